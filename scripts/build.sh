@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Configures and builds the three trees: build/x86 and build/x64 (plug-ins, our host,
+# Windows tests) and build/native (portable code, unit tests, tools, benchmarks).
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+jobs=$(nproc)
+build() {  # build TREE [cmake arguments]
+  local tree=$1; shift
+  cmake -S "$root" -B "$root/build/$tree" -DCMAKE_BUILD_TYPE=Release "$@" >/dev/null
+  cmake --build "$root/build/$tree" -j"$jobs" -- --no-print-directory >/dev/null
+  echo "build: $tree done"
+}
+build x86 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" \
+  -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x86"
+build x64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake" \
+  -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x64"
+build native -DTESSELLUM_X86_DIR="$root/build/x86" -DTESSELLUM_X64_DIR="$root/build/x64"
