@@ -14,4 +14,5 @@ build x86 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x86"
 build x64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x64"
-build native -DTESSELLUM_X86_DIR="$root/build/x86" -DTESSELLUM_X64_DIR="$root/build/x64"
+build native -DTESSELLUM_SANITIZE=ON \
+  -DTESSELLUM_X86_DIR="$root/build/x86" -DTESSELLUM_X64_DIR="$root/build/x64"

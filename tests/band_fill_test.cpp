@@ -87,3 +87,29 @@ TEST(BandFill, ATallerBandThanTheTileWrapsInsideTheTile) {
 
 }  // namespace
 }  // namespace tessellum
+
+namespace tessellum {
+namespace {
+
+TEST(BandFill, ATileChangedBetweenBandsIsLaidAsItNowIs) {
+    // Ready-made rows are kept from band to band; any change to a cell in force, or to
+    // the GridSize, must show in the very next band.
+    Pattern tile = DistinctTile();
+    std::vector<uint8_t> row(3 * 50);
+    for (int grid : kGridSizes) {
+        for (int r = 0; r < grid; ++r) {
+            for (int c = 0; c < grid; ++c) {
+                FillBand(row.data(), 0, 1, 50, tile, grid);  // make the rows ready
+                tile.Cell(r, c).blue ^= 0x5A;
+                std::vector<uint8_t> band(3 * 50 * grid);
+                FillBand(band.data(), 3 * 50, grid, 50, tile, grid);
+                for (int j = 0; j < 50; ++j)
+                    ASSERT_EQ(band[r * 150 + 3 * j + 2], tile.Cell(r, j % grid).blue)
+                        << "GridSize " << grid << ", cell (" << r << ", " << c << ") changed";
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tessellum

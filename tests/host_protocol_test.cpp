@@ -83,6 +83,26 @@ int CountCalls(const RunReport& report, int16_t selector) {
     return count;
 }
 
+TEST(Protocol, LoadingRegistersTheWindowClass) {
+    WNDCLASSEXA windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    ASSERT_TRUE(GetClassInfoExA(Plugin().module(), "GRIDSELECTION", &windowClass));
+    EXPECT_EQ(windowClass.style, static_cast<UINT>(CS_HREDRAW | CS_VREDRAW));
+    EXPECT_EQ(windowClass.hbrBackground, GetStockObject(WHITE_BRUSH));
+    EXPECT_EQ(windowClass.cbClsExtra, 0);
+    EXPECT_EQ(windowClass.cbWndExtra, 0);
+    EXPECT_EQ(windowClass.hCursor, nullptr);
+    // Its procedure only hands messages on to the default one.
+    HWND window = CreateWindowA("GRIDSELECTION", "probe", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                nullptr, Plugin().module(), nullptr);
+    ASSERT_NE(window, nullptr);
+    SetWindowTextA(window, "handed on");
+    char text[32] = "";
+    GetWindowTextA(window, text, sizeof text);
+    EXPECT_STREQ(text, "handed on");
+    DestroyWindow(window);
+}
+
 TEST(Protocol, UnknownSelectorsAreRefusedAndChangeNothing) {
     FilterSession session(Plugin());
     FilterRecord record = {};

@@ -33,6 +33,7 @@ public:
     PluginLibrary(const PluginLibrary&) = delete;
     PluginLibrary& operator=(const PluginLibrary&) = delete;
 
+    HMODULE module() const { return module_; }
     EntryPointProc entry() const { return entry_; }
     const Pipl& pipl() const { return pipl_; }
     const std::string& entryName() const { return entryName_; }
