@@ -51,14 +51,16 @@ int main() {
         const size_t rowBytes = 3 * static_cast<size_t>(width);
         const size_t rows = kImageBytes / rowBytes;
         const double bytes = static_cast<double>(rows * rowBytes);
-        const double bulk = BestSeconds([&] { std::memcpy(image.data(), source.data(), rows * rowBytes); });
+        const double bulk =
+            BestSeconds([&] { std::memcpy(image.data(), source.data(), rows * rowBytes); });
         for (int grid : {2, 3, 4, 5, 6, 8}) {
             // The rows the fill would write, prepared once, for the baseline to copy.
             std::vector<std::vector<uint8_t>> prepared(grid, std::vector<uint8_t>(rowBytes));
             for (int r = 0; r < grid; ++r) FillBand(prepared[r].data(), 0, 1, width, tile, grid);
             for (int r = 0; r < grid; ++r)
                 for (size_t j = 0; j < rowBytes; ++j)
-                    prepared[r][j] = reinterpret_cast<const uint8_t*>(&tile.Cell(r, (j / 3) % grid))[j % 3];
+                    prepared[r][j] =
+                        reinterpret_cast<const uint8_t*>(&tile.Cell(r, (j / 3) % grid))[j % 3];
 
             const double copy = BestSeconds([&] {
                 for (size_t r = 0; r < rows; ++r)
@@ -68,7 +70,8 @@ int main() {
             const double fill = BestSeconds([&] {
                 for (size_t r = 0; r < rows; r += grid) {
                     const int band = static_cast<int>(std::min<size_t>(grid, rows - r));
-                    FillBand(&image[r * rowBytes], static_cast<ptrdiff_t>(rowBytes), band, width, tile, grid);
+                    FillBand(&image[r * rowBytes], static_cast<ptrdiff_t>(rowBytes), band, width,
+                             tile, grid);
                 }
             });
             sink += Checksum(image);

@@ -4,6 +4,8 @@
 
 namespace tessellum {
 
-void RunFilterDialog(FilterGlobals& globals) { globals.result = kResultStop; }
+void RunFilterDialog(FilterGlobals& globals) {
+    globals.result = kResultStop;
+}
 
 }  // namespace tessellum

@@ -14,7 +14,7 @@ constexpr size_t kPrefixLimit = 480;
 // tile's rows in force or the GridSize change.
 struct ExpandedTile {
     int grid = 0;
-    size_t length = 0;                 // bytes of each prefix
+    size_t length = 0;                            // bytes of each prefix
     uint8_t key[kPatternSide][kPatternRowBytes];  // the tile rows it was made from
     uint8_t rows[kPatternSide][kPrefixLimit];
 };
@@ -42,7 +42,8 @@ inline const ExpandedTile& Expand(const Pattern& tile, int grid) {
     expanded.length = kPrefixLimit / period * period;
     for (int r = 0; r < grid; ++r) {
         uint8_t* row = expanded.rows[r];
-        for (size_t at = 0; at < expanded.length; at += period) std::memcpy(row + at, tile.RowBytes(r), period);
+        for (size_t at = 0; at < expanded.length; at += period)
+            std::memcpy(row + at, tile.RowBytes(r), period);
     }
     for (int r = 0; r < grid; ++r) std::memcpy(expanded.key[r], tile.RowBytes(r), kPatternRowBytes);
     expanded.grid = grid;

@@ -86,7 +86,7 @@ struct AboutRecord {
 #pragma pack(pop)
 
 // Offsets as hosts lay them out; a mismatch here would corrupt a host's memory.
-#define TESSELLUM_CHECK_OFFSET(type, member, off32, off64)                  \
+#define TESSELLUM_CHECK_OFFSET(type, member, off32, off64)                    \
     static_assert(offsetof(type, member) == (kPointer32 ? (off32) : (off64)), \
                   #type "::" #member " is not where hosts put it")
 

@@ -1,8 +1,7 @@
 // The About box driven for real: a second thread finds the modal box that the About
 // selector shows, reads it back, presses Escape and then OK with real messages.
-#include <windows.h>
-
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <cstring>
 #include <string>

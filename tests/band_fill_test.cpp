@@ -23,8 +23,8 @@ Pattern DistinctTile() {
     return tile;
 }
 
-std::vector<uint8_t> ReferenceBand(const std::vector<uint8_t>& before, ptrdiff_t rowBytes,
-                                   int rows, int width, const Pattern& tile, int grid) {
+std::vector<uint8_t> ReferenceBand(const std::vector<uint8_t>& before, ptrdiff_t rowBytes, int rows,
+                                   int width, const Pattern& tile, int grid) {
     std::vector<uint8_t> after = before;
     for (int i = 0; i < rows; ++i) {
         for (int j = 0; j < width; ++j) {

@@ -13,8 +13,12 @@ std::vector<std::pair<int, int>> progressCalls;
 int abortTests = 0;
 int abortAt = 0;  // abort test says yes at this call (1 = first); 0 never
 
-uint8_t TestAbort() { return ++abortTests == abortAt; }
-void Progress(int32_t done, int32_t total) { progressCalls.emplace_back(done, total); }
+uint8_t TestAbort() {
+    return ++abortTests == abortAt;
+}
+void Progress(int32_t done, int32_t total) {
+    progressCalls.emplace_back(done, total);
+}
 
 struct Canvas {
     int width, height;
@@ -34,7 +38,7 @@ FilterParameters ParametersWith(uint8_t gridSize) {
 // Start's part after the dialog, then Continue until the rectangles are empty, with
 // the band buffer pointing straight into the canvas. Gives the bands requested.
 std::vector<Rect> RunBands(FilterRecord& record, const FilterParameters& parameters, Canvas& canvas,
-                      int16_t& result) {
+                           int16_t& result) {
     progressCalls.clear();
     abortTests = 0;
     record.abortProc = TestAbort;
@@ -43,7 +47,8 @@ std::vector<Rect> RunBands(FilterRecord& record, const FilterParameters& paramet
     result = SetFirstPass(record, parameters) ? kResultOk : kResultStop;
     while (result == kResultOk && record.outRect.top < record.outRect.bottom) {
         bands.push_back(record.outRect);
-        record.outData = &canvas.pixels[(record.outRect.top * canvas.width + record.outRect.left) * 3];
+        record.outData =
+            &canvas.pixels[(record.outRect.top * canvas.width + record.outRect.left) * 3];
         record.outRowBytes = canvas.width * 3;
         result = ContinueRun(record, parameters);
         if (bands.size() > 100000) break;
@@ -70,9 +75,11 @@ TEST(FilterRun, TheTileIsAnchoredAtTheFilterRectangle) {
     for (int y = 0; y < canvas.height; ++y) {
         for (int x = 0; x < canvas.width; ++x) {
             const uint8_t* p = &canvas.pixels[(y * canvas.width + x) * 3];
-            const bool inside = y >= area.top && y < area.bottom && x >= area.left && x < area.right;
-            const Rgb8 expected = inside ? parameters.tile.Cell((y - area.top) % 3, (x - area.left) % 3)
-                                         : Rgb8{0xEE, 0xEE, 0xEE};
+            const bool inside =
+                y >= area.top && y < area.bottom && x >= area.left && x < area.right;
+            const Rgb8 expected =
+                inside ? parameters.tile.Cell((y - area.top) % 3, (x - area.left) % 3)
+                       : Rgb8{0xEE, 0xEE, 0xEE};
             ASSERT_TRUE(p[0] == expected.red && p[1] == expected.green && p[2] == expected.blue)
                 << "pixel (" << x << ", " << y << ")";
         }

@@ -1,8 +1,7 @@
 // The filter protocol as a host sees it: our host loads the real plug-in and calls it
 // selector by selector, and these tests read back the record, the handles and pixels.
-#include <windows.h>
-
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <cstring>
 
@@ -56,7 +55,8 @@ void ExpectTiled(const Image& image, const Image& before, const Rect& area,
         for (int x = 0; x < image.width; ++x) {
             const uint8_t* p = image.At(x, y);
             const uint8_t* q = before.At(x, y);
-            const bool inside = y >= area.top && y < area.bottom && x >= area.left && x < area.right;
+            const bool inside =
+                y >= area.top && y < area.bottom && x >= area.left && x < area.right;
             for (int plane = 0; plane < image.planes; ++plane) {
                 uint8_t expected = q[plane];
                 if (inside && plane < 3) {
@@ -93,8 +93,8 @@ TEST(Protocol, LoadingRegistersTheWindowClass) {
     EXPECT_EQ(windowClass.cbWndExtra, 0);
     EXPECT_EQ(windowClass.hCursor, nullptr);
     // Its procedure only hands messages on to the default one.
-    HWND window = CreateWindowA("GRIDSELECTION", "probe", WS_POPUP, 0, 0, 10, 10, nullptr,
-                                nullptr, Plugin().module(), nullptr);
+    HWND window = CreateWindowA("GRIDSELECTION", "probe", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                Plugin().module(), nullptr);
     ASSERT_NE(window, nullptr);
     SetWindowTextA(window, "handed on");
     char text[32] = "";

@@ -31,7 +31,8 @@ TEST(ParametersFile, RoundTripsAndReplacesWhole) {
     ASSERT_TRUE(ReadParametersFile(path, back, error)) << error;
     EXPECT_EQ(back, (std::vector<uint8_t>{1, 2, 3}));
     std::ifstream raw(path, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(raw)), std::istreambuf_iterator<char>());
+    const std::string bytes((std::istreambuf_iterator<char>(raw)),
+                            std::istreambuf_iterator<char>());
     EXPECT_EQ(bytes, std::string("8BFPARM1\x03\0\0\0\x01\x02\x03", 15));
     EXPECT_NE(access((path + ".new").c_str(), F_OK), 0) << "no temporary file is left behind";
     std::remove(path.c_str());

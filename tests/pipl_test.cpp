@@ -11,8 +11,8 @@ namespace {
 TEST(Pipl, TheListIs162BytesWithPropertiesAtTheirOffsets) {
     const std::vector<uint8_t> bytes = test::ExpectedPipl("68xw");
     ASSERT_EQ(bytes.size(), 162u);
-    const std::pair<size_t, std::string> starts[] = {{10, "MIB8dnik"}, {30, "MIB8eman"},
-                                                     {58, "MIB8gtac"}, {94, "MIB8srev"},
+    const std::pair<size_t, std::string> starts[] = {{10, "MIB8dnik"},  {30, "MIB8eman"},
+                                                     {58, "MIB8gtac"},  {94, "MIB8srev"},
                                                      {114, "MIB868xw"}, {142, "MIB8edom"}};
     for (const auto& [offset, text] : starts)
         EXPECT_EQ(std::string(bytes.begin() + offset, bytes.begin() + offset + 8), text);

@@ -43,7 +43,7 @@ TEST(PluginImage, MachineExportAndImports) {
         EXPECT_TRUE(pe.isDll);
         EXPECT_EQ(pe.exports, std::vector<std::string>{"ENTRYPOINT"}) << "undecorated, and alone";
         // Only the system's own DLLs: no compiler runtime may be needed at run time.
-        const std::vector<std::string> system = {"kernel32.dll", "user32.dll", "gdi32.dll",
+        const std::vector<std::string> system = {"kernel32.dll", "user32.dll",   "gdi32.dll",
                                                  "msvcrt.dll",   "advapi32.dll", "comdlg32.dll",
                                                  "comctl32.dll"};
         for (const std::string& dll : pe.imports) {

@@ -11,6 +11,8 @@ std::string BuildDirectory() {
     return folder.substr(0, folder.find_last_of("\\/") + 1);
 }
 
-std::string PluginPath() { return BuildDirectory() + "Tessellum.8bf"; }
+std::string PluginPath() {
+    return BuildDirectory() + "Tessellum.8bf";
+}
 
 }  // namespace tessellum::test

@@ -12,7 +12,9 @@ constexpr uint16_t kOwnMachine = sizeof(void*) == 8 ? kMachineAmd64 : kMachineI3
 constexpr uint8_t kGuardByte = 0xA5;
 constexpr int kMaxContinues = 1 << 22;  // far beyond any image: a plug-in that never ends
 
-bool IsEmpty(const Rect& r) { return r.top >= r.bottom || r.left >= r.right; }
+bool IsEmpty(const Rect& r) {
+    return r.top >= r.bottom || r.left >= r.right;
+}
 
 std::string WindowsMessage(DWORD code) {
     char text[512] = "";
@@ -58,8 +60,8 @@ PluginLibrary::PluginLibrary(const std::string& path) {
     if (!pe.isDll) throw HostError(path + " is a program, not a plug-in");
     if (pe.machine != kOwnMachine) {
         throw HostError(path + " is a " + MachineName(pe.machine) + " plug-in and this host is " +
-                        MachineName(kOwnMachine) + ": run it with the " +
-                        MachineName(pe.machine) + " build of this host");
+                        MachineName(kOwnMachine) + ": run it with the " + MachineName(pe.machine) +
+                        " build of this host");
     }
     const PeResource* resource = nullptr;
     for (const PeResource& r : pe.resources) {
@@ -93,7 +95,9 @@ PluginLibrary::PluginLibrary(const std::string& path) {
     }
 }
 
-PluginLibrary::~PluginLibrary() { FreeLibrary(module_); }
+PluginLibrary::~PluginLibrary() {
+    FreeLibrary(module_);
+}
 
 int16_t FilterSession::Call(int16_t selector, void* parameterBlock) {
     int16_t result = 0;
@@ -118,7 +122,8 @@ int16_t FilterSession::CallRecorded(int16_t selector, RunReport& report) {
 }
 
 RunReport FilterSession::Run(Image& image, const RunOptions& options) {
-    const Rect whole = {0, 0, static_cast<int16_t>(image.height), static_cast<int16_t>(image.width)};
+    const Rect whole = {0, 0, static_cast<int16_t>(image.height),
+                        static_cast<int16_t>(image.width)};
     const Rect area = options.area.value_or(whole);
     if (area.top < 0 || area.left < 0 || area.bottom > image.height || area.right > image.width ||
         IsEmpty(area)) {
@@ -168,9 +173,9 @@ void FilterSession::Continue(Image& image, const RunOptions& options, RunReport&
             return;
         }
         auto outside = [&](const Rect& r, int lo, int hi) {
-            return !IsEmpty(r) && (r.top < 0 || r.left < 0 || r.bottom > image.height ||
-                                   r.right > image.width || lo < 0 || hi < lo ||
-                                   hi >= image.planes);
+            return !IsEmpty(r) &&
+                   (r.top < 0 || r.left < 0 || r.bottom > image.height || r.right > image.width ||
+                    lo < 0 || hi < lo || hi >= image.planes);
         };
         if (outside(in, record_.inLoPlane, record_.inHiPlane) ||
             outside(out, record_.outLoPlane, record_.outHiPlane)) {
@@ -202,7 +207,8 @@ void FilterSession::Continue(Image& image, const RunOptions& options, RunReport&
             record_.outData = image.At(out.left, out.top);
             record_.outRowBytes = image.width * image.planes;
         } else if (!IsEmpty(out)) {
-            outBuffer_.assign(static_cast<size_t>(outRowBytes) * (out.bottom - out.top), kGuardByte);
+            outBuffer_.assign(static_cast<size_t>(outRowBytes) * (out.bottom - out.top),
+                              kGuardByte);
             for (int y = out.top; y < out.bottom; ++y)
                 for (int x = out.left; x < out.right; ++x)
                     std::memcpy(&outBuffer_[(y - out.top) * static_cast<size_t>(outRowBytes) +

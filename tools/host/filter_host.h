@@ -68,8 +68,8 @@ struct RunReport {
     std::vector<SelectorCall> calls;
     std::vector<std::pair<int32_t, int32_t>> progress;  // (done, total) as reported
     int abortTests = 0;
-    int16_t result = 0;    // the first non-zero result, or 0
-    bool filled = false;   // the run went on until the rectangles came back empty
+    int16_t result = 0;     // the first non-zero result, or 0
+    bool filled = false;    // the run went on until the rectangles came back empty
     std::string hostFault;  // what the plug-in did wrong as the host saw it; empty if nothing
 };
 

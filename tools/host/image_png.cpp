@@ -42,8 +42,8 @@ bool LoadPng(const std::string& path, int planes, Image& image, std::string& err
 }
 
 bool SavePng(const std::string& path, const Image& image, std::string& error) {
-    if (!stbi_write_png(path.c_str(), image.width, image.height, image.planes,
-                        image.pixels.data(), image.width * image.planes)) {
+    if (!stbi_write_png(path.c_str(), image.width, image.height, image.planes, image.pixels.data(),
+                        image.width * image.planes)) {
         error = "cannot write " + path;
         return false;
     }

@@ -175,8 +175,9 @@ bool Exists(const std::string& path) {
 int Run(const Arguments& a) {
     PluginLibrary plugin(a.files[0]);
     if (a.info) {
-        std::printf("filter:      %s\ncategory:    %s\nentry point: %s\n", plugin.pipl().Name().c_str(),
-                    plugin.pipl().Category().c_str(), plugin.entryName().c_str());
+        std::printf("filter:      %s\ncategory:    %s\nentry point: %s\n",
+                    plugin.pipl().Name().c_str(), plugin.pipl().Category().c_str(),
+                    plugin.entryName().c_str());
         return 0;
     }
     FilterSession session(plugin);

@@ -35,8 +35,8 @@ bool ReadParametersFile(const std::string& path, std::vector<uint8_t>& block, st
         error = path + " is not a stored-parameters file";
         return false;
     }
-    const uint32_t size = header[8] | header[9] << 8 | header[10] << 16 |
-                          static_cast<uint32_t>(header[11]) << 24;
+    const uint32_t size =
+        header[8] | header[9] << 8 | header[10] << 16 | static_cast<uint32_t>(header[11]) << 24;
     if (size == 0 || size > kMaxParametersSize) {
         error = path + " holds an implausible block size (" + std::to_string(size) + " bytes)";
         return false;

@@ -80,6 +80,8 @@ std::string Pipl::EntryPoint(const std::string& codeKey) const {
     return {p->data.begin(), end};
 }
 
-const char* NativeCodeKey() { return sizeof(void*) == 8 ? "8664" : "wx86"; }
+const char* NativeCodeKey() {
+    return sizeof(void*) == 8 ? "8664" : "wx86";
+}
 
 }  // namespace tessellum::host

@@ -21,9 +21,9 @@ struct Pipl {
     static Pipl Parse(const std::vector<uint8_t>& bytes);
 
     const PiplProperty* Find(const std::string& key) const;
-    bool IsFilter() const;             // kind is "8BFM"
-    std::string Name() const;          // the menu item, from name
-    std::string Category() const;      // the submenu, from catg
+    bool IsFilter() const;         // kind is "8BFM"
+    std::string Name() const;      // the menu item, from name
+    std::string Category() const;  // the submenu, from catg
     // Entry point for the given code property ("wx86" or "8664"); empty if absent.
     std::string EntryPoint(const std::string& codeKey) const;
 };
