@@ -8,7 +8,7 @@ log() { echo "setup: $*"; }
 as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
 
-packages=(cmake make g++ clang libclang-rt-14-dev googletest libgtest-dev libstb-dev
+packages=(cmake make g++ python3 clang libclang-rt-14-dev googletest libgtest-dev libstb-dev
   g++-mingw-w64-i686 g++-mingw-w64-x86-64 mingw-w64-tools xvfb xauth clang-format)
 missing=()
 for p in "${packages[@]}"; do installed "$p" || missing+=("$p"); done

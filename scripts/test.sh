@@ -13,6 +13,16 @@ rm -rf "$logs" && mkdir -p "$logs" "$root/build/screenshots"
 ctest --test-dir "$root/build/native" -j"$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
 xvfb-run -a -s "-screen 0 1280x1024x24" bash "$root/scripts/windows-tests.sh" "$logs"
 
+# A short fuzzing round of the library reader on its seed corpus (longer: see README).
+echo "test: fuzzing the library reader for ${TESSELLUM_FUZZ_SECONDS:-60} seconds"
+if bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-60}" >"$logs/fuzz.out" 2>&1; then
+  fuzz_failed=0
+  tail -n 12 "$logs/fuzz.out" | grep -E '^stat::number_of_executed_units|^Done' || true
+else
+  fuzz_failed=1
+  tail -n 40 "$logs/fuzz.out"
+fi
+
 # Totals over the three trees, from ctest's own summaries.
 passed=0 failed=0 skipped=0
 for tree in native x64 x86; do
@@ -30,6 +40,8 @@ for tree in native x64 x86; do
   failed=$((failed + f))
   skipped=$((skipped + s))
 done
+passed=$((passed + 1 - fuzz_failed))
+failed=$((failed + fuzz_failed))
 echo "screenshots: $root/build/screenshots"
 echo "tests: $passed passed, $failed failed, $skipped skipped"
 [ "$failed" = 0 ]

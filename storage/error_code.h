@@ -30,8 +30,11 @@ constexpr ErrorCode ErrEmptyPalette = 27;
 constexpr ErrorCode ErrBadData = 28;
 constexpr ErrorCode ErrOutOfRange = 29;
 constexpr ErrorCode ErrFileExists = 31;
+constexpr ErrorCode ErrBadMagic = 32;
 
 // Throws an ErrorCode; the one way the program reports a failure.
-[[noreturn]] inline void Throw(ErrorCode code) { throw code; }
+[[noreturn]] inline void Throw(ErrorCode code) {
+    throw code;
+}
 
 }  // namespace tessellum

@@ -1,0 +1,45 @@
+// The one container of the library: a doubly linked list of untyped pointers. It owns
+// its nodes and never a value; the user casts values back. No index is checked: valid
+// indexes are 0 to Count() - 1, and NodeAt(Count()) is null.
+#pragma once
+
+namespace tessellum {
+
+struct PtrNode {
+    PtrNode* prev;  // null on the first node
+    PtrNode* next;  // null on the last node
+    void* value;
+};
+
+class PtrList {
+public:
+    PtrList() = default;
+    ~PtrList() { Clear(); }
+    PtrList(const PtrList&) = delete;
+    PtrList& operator=(const PtrList&) = delete;
+
+    // Walks the whole list: there is no stored count.
+    int Count() const;
+    PtrNode* Head() const { return head; }
+    PtrNode* Tail() const { return tail; }
+    PtrNode* NodeAt(int index) const;
+    void* ValueAt(int index) const { return NodeAt(index)->value; }
+
+    // Unlink and free the node; the value stays allocated.
+    void RemoveNode(PtrNode* node);
+    void RemoveAt(int index) { RemoveNode(NodeAt(index)); }
+    void Clear();
+
+    // Each insertion allocates one node; without memory it throws ErrNoMemory and the
+    // list is as it was.
+    void Append(void* value);
+    void InsertAfter(PtrNode* node, void* value);
+    void InsertBefore(PtrNode* node, void* value);
+    void InsertAt(int index, void* value);
+
+private:
+    PtrNode* head = nullptr;
+    PtrNode* tail = nullptr;
+};
+
+}  // namespace tessellum
