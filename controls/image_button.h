@@ -1,0 +1,26 @@
+// A clickable picture from a bitmap resource, at its own size.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "controls/control.h"
+#include "controls/offscreen_bitmap.h"
+
+namespace tessellum {
+
+class ImageButton : public Control {
+public:
+    // Loads the picture; the button takes its size. Throws ErrNoMemory.
+    ImageButton(HWND owner, int32_t x, int32_t y, HINSTANCE instance, uint32_t id);
+
+    void Draw();  // the whole picture at x, y
+
+    std::unique_ptr<OffscreenBitmap> bitmap;
+};
+
+// A bitmap of the picture of resource `id`, built small and then resized to it.
+std::unique_ptr<OffscreenBitmap> LoadButtonPicture(HWND owner, HINSTANCE instance, uint32_t id);
+
+}  // namespace tessellum

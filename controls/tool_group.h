@@ -1,0 +1,23 @@
+// The three drawing tools of the pattern editor, side by side: pencil, dropper, eraser.
+// The selected tool shows its second picture (white on black).
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+#include "controls/toggle_image_button.h"
+#include "controls/tool_row.h"
+
+namespace tessellum {
+
+enum ToolIndex : uint32_t { kToolPencil = 0, kToolDropper = 1, kToolEraser = 2 };
+
+class ToolGroup : public ToolRow<ToggleImageButton> {
+public:
+    // Builds the buttons left to right from x, selects the pencil. Throws ErrNoMemory.
+    ToolGroup(HWND owner, int32_t x, int32_t y, HINSTANCE instance, const uint32_t (&primaryIds)[3],
+              const uint32_t (&secondaryIds)[3]);
+};
+
+}  // namespace tessellum
