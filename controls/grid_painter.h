@@ -1,0 +1,20 @@
+// The grid editor's picture of a Pattern: each cell of the square in force as a block,
+// black grid lines between them, inside the frame that the editor paints once.
+#pragma once
+
+#include <cstdint>
+
+#include "color/pattern.h"
+#include "controls/pixel_word.h"
+
+namespace tessellum {
+
+// Repaints columns 3 to 122 of rows 4 to 123 of a store of at least 124 by 124 words.
+// Grid lines stand at 3 + k * pitch; cell (r, c) fills the pitch - 1 pixels after the
+// lines of column c and row r. Column 123 and the frame are left alone: the frame's
+// black ring closes every row. A null store or pattern, or a smaller store, is left as
+// it is.
+void PaintPatternGrid(PixelWord* bits, uint32_t width, uint32_t height, const Pattern* cells,
+                      uint8_t gridSize);
+
+}  // namespace tessellum

@@ -1,0 +1,25 @@
+// The Pattern painters on an off-screen bitmap, as the dialog calls them. A null bitmap
+// or Pattern leaves everything as it is.
+#pragma once
+
+#include <cstdint>
+
+#include "color/pattern.h"
+#include "controls/offscreen_bitmap.h"
+#include "controls/pattern_painters.h"
+
+namespace tessellum {
+
+inline void DrawTilePreview(OffscreenBitmap* bitmap, const Pattern* cells, uint8_t gridSize) {
+    if (bitmap) DrawTilePreview(bitmap->bits, bitmap->width, bitmap->height, cells, gridSize);
+}
+
+inline void DrawQuadrantBox(OffscreenBitmap* bitmap, const Pattern* cells) {
+    if (bitmap) DrawQuadrantBox(bitmap->bits, bitmap->width, bitmap->height, cells);
+}
+
+inline void DrawNoColorCross(OffscreenBitmap* bitmap) {
+    if (bitmap) DrawNoColorCross(bitmap->bits, bitmap->width, bitmap->height);
+}
+
+}  // namespace tessellum

@@ -1,0 +1,43 @@
+// The geometry of the swatch grid: 32 columns by 8 rows of cells, each followed by a
+// one-pixel black line to its right and under it, inside a 4-pixel inset frame.
+#pragma once
+
+#include <cstdint>
+
+namespace tessellum {
+
+constexpr uint32_t kSwatchColumns = 32;
+constexpr uint32_t kSwatchRows = 8;
+constexpr uint32_t kSwatchCells = kSwatchColumns * kSwatchRows;
+constexpr uint32_t kSwatchMargin = 4;
+
+// 32 cells, 31 lines and two margins across; 8 cells, 7 lines and two margins down.
+// Worked out wide so that no cell size can wrap it round.
+constexpr uint64_t SwatchBitmapWidth(uint32_t cellWidth) {
+    return uint64_t{cellWidth} * kSwatchColumns + (kSwatchColumns - 1) + 2 * kSwatchMargin;
+}
+constexpr uint64_t SwatchBitmapHeight(uint32_t cellHeight) {
+    return uint64_t{cellHeight} * kSwatchRows + (kSwatchRows - 1) + 2 * kSwatchMargin;
+}
+
+// The palette index under a point, or false when the point is not over the grid. dx and
+// dy count from the first cell pixel (bitmap column and row 4) and are taken unsigned,
+// so a point on the margin, left of or above it, is far beyond the last column or row.
+// A column is a cell and the line to its right, so the line belongs to the cell; the last
+// column and row end on the frame's inner ring.
+constexpr bool SwatchIndexAt(uint32_t dx, uint32_t dy, uint32_t cellWidth, uint32_t cellHeight,
+                             uint32_t* index) {
+    const uint64_t column = dx / (uint64_t{cellWidth} + 1);
+    const uint64_t row = dy / (uint64_t{cellHeight} + 1);
+    if (column >= kSwatchColumns || row >= kSwatchRows) return false;
+    *index = static_cast<uint32_t>(row * kSwatchColumns + column);
+    return true;
+}
+
+// The offsets of a point in client coordinates from the first cell pixel of a grid whose
+// bitmap stands at (gridX, gridY), as the hit arithmetic takes them: modulo 2^32.
+constexpr uint32_t SwatchOffset(int32_t point, int32_t gridEdge) {
+    return static_cast<uint32_t>(point) - static_cast<uint32_t>(gridEdge) - kSwatchMargin;
+}
+
+}  // namespace tessellum

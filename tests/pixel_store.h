@@ -1,0 +1,34 @@
+// A pixel store for painter tests: `width` by `height` words preset to a sentinel, with a
+// guard word before and after it that no painter may touch.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "controls/pixel_word.h"
+
+namespace tessellum::test {
+
+constexpr PixelWord kSentinel = 0x00123456;
+constexpr PixelWord kGuard = 0xDEADBEEF;
+
+class PixelStore {
+public:
+    PixelStore(uint32_t width, uint32_t height)
+        : width(width), height(height), words(static_cast<size_t>(width) * height + 2, kSentinel) {
+        words.front() = words.back() = kGuard;
+    }
+    PixelWord* bits() { return words.data() + 1; }
+    PixelWord At(uint32_t x, uint32_t y) const { return words[1 + y * width + x]; }
+    bool GuardsIntact() const { return words.front() == kGuard && words.back() == kGuard; }
+    // The pixels alone, without the guards, for comparing two stores.
+    std::vector<PixelWord> Pixels() const { return {words.begin() + 1, words.end() - 1}; }
+
+    const uint32_t width;
+    const uint32_t height;
+
+private:
+    std::vector<PixelWord> words;
+};
+
+}  // namespace tessellum::test
