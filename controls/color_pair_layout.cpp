@@ -1,0 +1,37 @@
+#include "controls/color_pair_layout.h"
+
+namespace tessellum {
+namespace {
+
+ControlBounds Square(int32_t left, int32_t top, int32_t side) {
+    return {left, top, left + side, top + side};
+}
+
+}  // namespace
+
+ColorPairParts LayoutColorPair(int32_t x, int32_t y, int32_t size, int32_t boxSize,
+                               int32_t smallBoxSize, int32_t swapWidth, int32_t swapHeight) {
+    // The reset sign lies in the square of side V below the fore box, from row W.
+    const int32_t v = size - boxSize - 16;
+    const int32_t w = y + boxSize + 8;
+    ColorPairParts parts;
+    parts.backBox = Square(x + size - boxSize - 8, y + size - boxSize - 8, boxSize);
+    parts.foreBox = Square(x + 8, y + 8, boxSize);
+    parts.miniBackBox = Square(x + v - smallBoxSize + 4, w + v - smallBoxSize - 4, smallBoxSize);
+    parts.miniForeBox = Square(x + 12, w + 4, smallBoxSize);
+    parts.swapButton = {x + boxSize + 14, y + 14, x + boxSize + 14 + swapWidth,
+                        y + 14 + swapHeight};
+    return parts;
+}
+
+ColorPairRegion FindColorPairRegion(const ColorPairParts& parts, int32_t x, int32_t y) {
+    if (BoundsContain(parts.miniBackBox, x, y) || BoundsContain(parts.miniForeBox, x, y)) {
+        return ColorPairRegion::kReset;
+    }
+    if (BoundsContain(parts.swapButton, x, y)) return ColorPairRegion::kSwap;
+    if (BoundsContain(parts.foreBox, x, y)) return ColorPairRegion::kForeBox;
+    if (BoundsContain(parts.backBox, x, y)) return ColorPairRegion::kBackBox;
+    return ColorPairRegion::kNone;
+}
+
+}  // namespace tessellum
