@@ -9,23 +9,17 @@
 #include <cstring>
 #include <vector>
 
+#include "bench/best_time.h"
 #include "host/band_fill.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr size_t kImageBytes = 64u << 20;
 constexpr int kRepeats = 5;
 
 template <typename Work>
 double BestSeconds(Work&& work) {
-    double best = 1e9;
-    for (int i = 0; i < kRepeats; ++i) {
-        const auto start = Clock::now();
-        work();
-        best = std::min(best, std::chrono::duration<double>(Clock::now() - start).count());
-    }
-    return best;
+    return tessellum::bench::BestSeconds(kRepeats, work);
 }
 
 uint64_t Checksum(const std::vector<uint8_t>& bytes) {

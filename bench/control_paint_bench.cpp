@@ -7,6 +7,7 @@
 #include <cstring>
 #include <vector>
 
+#include "bench/best_time.h"
 #include "color/palette.h"
 #include "color/pattern.h"
 #include "controls/grid_painter.h"
@@ -16,21 +17,17 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr int kRounds = 9;
 constexpr int kPaintsPerRound = 4000;
 
 // Seconds of one call of `work`, the best of several rounds of many calls.
 template <typename Work>
 double SecondsPerCall(Work&& work) {
-    double best = 1e9;
-    for (int round = 0; round < kRounds; ++round) {
-        const auto start = Clock::now();
-        for (int i = 0; i < kPaintsPerRound; ++i) work(i);
-        const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-        best = std::min(best, seconds / kPaintsPerRound);
-    }
-    return best;
+    return tessellum::bench::BestSeconds(kRounds,
+                                         [&] {
+                                             for (int i = 0; i < kPaintsPerRound; ++i) work(i);
+                                         }) /
+           kPaintsPerRound;
 }
 
 volatile uint32_t sink;

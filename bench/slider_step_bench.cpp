@@ -8,24 +8,18 @@
 #include <cstring>
 #include <vector>
 
+#include "bench/best_time.h"
 #include "controls/slider_gradient.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr uint32_t kBarHeight = 11;
 constexpr int kSteps = 200000;
 constexpr int kRepeats = 7;
 
 template <typename Work>
 double BestSeconds(Work&& work) {
-    double best = 1e9;
-    for (int i = 0; i < kRepeats; ++i) {
-        const auto start = Clock::now();
-        work();
-        best = std::min(best, std::chrono::duration<double>(Clock::now() - start).count());
-    }
-    return best;
+    return tessellum::bench::BestSeconds(kRepeats, work);
 }
 
 }  // namespace

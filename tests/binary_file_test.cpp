@@ -13,6 +13,7 @@
 
 #include "tests/io_faults.h"
 #include "tests/scratch_directory.h"
+#include "tests/support/error_code_of.h"
 
 namespace tessellum {
 namespace {
@@ -22,14 +23,7 @@ using test::ReadWholeFile;
 using test::WriteWholeFile;
 using Bytes = std::vector<uint8_t>;
 
-ErrorCode CodeOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (ErrorCode code) {
-        return code;
-    }
-    return 0;
-}
+using test::CodeOf;
 
 class BinaryFileTest : public ::testing::Test {
 protected:

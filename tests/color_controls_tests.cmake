@@ -12,7 +12,7 @@ if(WIN32)
     LIBS tessellum_color_controls tessellum_window_pixels)
   tessellum_wine_test(control_gallery_test
     SOURCES control_gallery_test.cpp color_dialog_driver.cpp control_page.cpp
-    LIBS tessellum_color_controls tessellum_window_pixels)
+    LIBS tessellum_color_controls tessellum_editor_controls tessellum_window_pixels)
   foreach(test rgb_slider_panel_test color_boxes_test color_dialog_test control_gallery_test)
     add_dependencies(${test} Tessellum)  # they draw the plug-in's pictures
   endforeach()

@@ -1,19 +1,23 @@
-// Every control of the colour side of the dialog on one page at the dialog's sizes: the
-// slider panel on its backdrop, the fore/back pair, the large split colour and the
-// colour pair of the Pattern Fill tab. The page's window procedure hands them the mouse
-// and timer messages as the dialog's pages do, and a screenshot is saved after each step
-// a person would want to look at (build/screenshots/gallery-*.png).
+// Every self-drawn control of the dialog's two tabs on one page at the dialog's sizes:
+// the slider panel on its backdrop, the fore/back pair, the large split colour, and of
+// the Pattern Fill tab the colour pair, the grid editor and the swatch grid. The page's window
+// procedure hands them the mouse and timer messages as the dialog's pages do, and a screenshot is
+// saved after each step a person would want to look at (build/screenshots/gallery-*.png).
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <memory>
 
+#include "color/palette.h"
+#include "color/web_safe.h"
 #include "controls/color_pair_control.h"
 #include "controls/fore_back_box.h"
+#include "controls/grid_editor.h"
 #include "controls/mouse_point.h"
 #include "controls/rgb_slider_panel.h"
 #include "controls/small_bitmap_table.h"
 #include "controls/split_color_box.h"
+#include "controls/swatch_grid.h"
 #include "host/dll_instance.h"
 #include "tests/color_dialog_driver.h"
 #include "tests/control_page.h"
@@ -30,11 +34,21 @@ constexpr int kBarX = 150, kBarY = 40;  // backdrop from 35, 18 to 390, 118
 constexpr int kForeBackX = 40, kForeBackY = 150;
 constexpr int kSplitX = 90, kSplitY = 140, kSplitSide = 64;
 constexpr int kPairX = 200, kPairY = 140;
+constexpr int kEditorX = 440, kEditorY = 10;   // 127 by 127
+constexpr int kSwatchX = 440, kSwatchY = 150;  // cells of 8 by 10: 295 by 95
+
+Palette WebSafePalette() {
+    uint8_t table[kWebSafeTableBytes];
+    FillWebSafeTable(table);
+    Palette palette(kWebSafeColors);
+    for (int i = 0; i < 3 * kWebSafeColors; ++i) palette.Colors()[i] = table[i];
+    return palette;
+}
 
 // The page and its controls, wired as the Color Picker and Pattern Fill pages wire them.
 class Gallery {
 public:
-    Gallery() : page("Tessellum controls", 420, 240) {
+    Gallery() : page("Tessellum controls", 750, 255), webSafe(WebSafePalette()) {
         HWND owner = page.Page();
         LoadSmallBitmaps(owner);
         panel = std::make_unique<RgbSliderPanel>(owner, 11);
@@ -47,6 +61,14 @@ public:
         split->Bitmap().PaintInsetFrame();
         pair = std::make_unique<ColorPairControl>(owner, hDllInstance, kPairX, kPairY, 80, 40, 12);
         pair->SetRegistryKey("Tessellum", "1.x");
+        // A white tile, so the grid's lines show against its cells.
+        for (Rgb8& cell : pattern.cells) cell = {255, 255, 255};
+        current = &pattern;
+        editor = std::make_unique<GridEditor>(owner, &current, kEditorX, kEditorY);
+        swatches = std::make_unique<SwatchGrid>(owner, kSwatchX, kSwatchY, 8, 10);
+        swatches->SelectFirst();
+        swatches->SetPalette(&webSafe);
+        editor->RedrawGrid();
         page.onMessage = [this](UINT message, WPARAM, LPARAM lParam) { Handle(message, lParam); };
         // Built on a page already shown, the panel drew its first rows at 0, 0 before it
         // was placed; the page paints itself anew, as a page does when it comes up.
@@ -60,6 +82,8 @@ public:
         if (panel->IsEnabled()) foreBack->Draw();
         split->Draw();
         pair->Draw();
+        editor->Draw();
+        swatches->Draw();
     }
 
     void Shot(const char* name) {
@@ -72,6 +96,11 @@ public:
     std::unique_ptr<ForeBackBox> foreBack;
     std::unique_ptr<SplitColorBox> split;
     std::unique_ptr<ColorPairControl> pair;
+    Pattern pattern = {};
+    Pattern* current = nullptr;
+    Palette webSafe;
+    std::unique_ptr<GridEditor> editor;
+    std::unique_ptr<SwatchGrid> swatches;
     int ticks = 0;
 
 private:
@@ -100,6 +129,12 @@ private:
                     split->SetColor(r, g, b);
                 }
                 pair->HandleClick(point.x, point.y);
+                editor->HandleClick(lParam);
+                // A swatch chosen becomes the colour the pencil paints, as on the page.
+                if (swatches->HandleClick(lParam)) {
+                    const uint8_t* c = webSafe.Colors() + 3 * swatches->Selected();
+                    editor->SetForeColor(c[0], c[1], c[2]);
+                }
                 break;
             case WM_MOUSEMOVE:
                 if (panel->HandleMouseMove(lParam)) SlidersChanged();
@@ -188,15 +223,32 @@ TEST(ControlGallery, EveryColourControlDrivenByTheMouseWithScreenshots) {
         EXPECT_EQ(g, 153);
         gallery.Shot("gallery-11-fore-colour-picked");
 
-        // The pattern grows past 2 by 2: the page covers the panel, disables it and
-        // takes the fore/back pair off the page; clicks on it then do nothing.
+        // The Pattern Fill side: a swatch chooses the pencil's colour (index 141, row 4,
+        // column 13), and a click on the grid paints cell (1, 0) of the 2 by 2 tile.
+        const int swatchX = kSwatchX + 4 + 13 * 9 + 3, swatchY = kSwatchY + 4 + 4 * 11 + 3;
+        gallery.page.Mouse(WM_LBUTTONDOWN, swatchX, swatchY);
+        gallery.page.Mouse(WM_LBUTTONUP, swatchX, swatchY);
+        EXPECT_EQ(gallery.swatches->Selected(), 141);
+        gallery.editor->GetForeColor(&r, &g, &b);
+        const uint8_t* chosen = gallery.webSafe.Colors() + 3 * 141;
+        EXPECT_TRUE(r == chosen[0] && g == chosen[1] && b == chosen[2]);
+        gallery.page.Mouse(WM_LBUTTONDOWN, kEditorX + 4 + 20, kEditorY + 4 + 60 + 20);
+        gallery.page.Mouse(WM_LBUTTONUP, kEditorX + 4 + 20, kEditorY + 4 + 60 + 20);
+        EXPECT_EQ(gallery.pattern.Cell(1, 0).green, chosen[1]);
+        EXPECT_EQ(gallery.pattern.Cell(0, 0).green, 255);
+        gallery.Shot("gallery-12-tile-cell-painted");
+
+        // The pattern grows past 2 by 2: the grid shows 4 by 4, and the page covers the
+        // panel, disables it and takes the fore/back pair off the page; clicks on it
+        // then do nothing.
+        EXPECT_TRUE(gallery.editor->ChangeGridSize(4));
         gallery.panel->Repaint(false);
         gallery.panel->SetEnabled(false, true);
         gallery.foreBack->Erase();
         gallery.page.Mouse(WM_LBUTTONDOWN, kBarX + 134, kBarY + 5);
         test::PumpFor(400);
         gallery.page.Mouse(WM_LBUTTONUP, kBarX + 134, kBarY + 5);
-        gallery.Shot("gallery-12-panel-disabled");
+        gallery.Shot("gallery-13-grid-4-panel-disabled");
     }
     test::DeleteCustomColors();
     FreeLibrary(hDllInstance);

@@ -16,8 +16,10 @@
 namespace tessellum {
 namespace {
 
+using test::DistinctCells;
 using test::kSentinel;
 using test::PixelStore;
+using test::WordOf;
 
 constexpr uint32_t kSide = 127;
 constexpr PixelWord kRed = 0x00FF0000;
@@ -32,19 +34,6 @@ const std::map<int, std::vector<uint32_t>> kInnerLines = {
     {6, {23, 43, 63, 83, 103}},
     {8, {18, 33, 48, 63, 78, 93, 108}},
 };
-
-// Every cell its own colour, none of them black: red carries the row, green the column.
-Pattern DistinctCells() {
-    Pattern cells;
-    for (int r = 0; r < 8; ++r)
-        for (int c = 0; c < 8; ++c)
-            cells.Cell(r, c) = {uint8_t(10 + r), uint8_t(20 + c), uint8_t(200)};
-    return cells;
-}
-
-PixelWord WordOf(const Rgb8& color) {
-    return MakePixelWord(color.red, color.green, color.blue);
-}
 
 PixelStore FramedStore() {
     PixelStore store(kSide, kSide);

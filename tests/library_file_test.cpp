@@ -15,6 +15,7 @@
 #include "tests/io_faults.h"
 #include "tests/library_samples.h"
 #include "tests/scratch_directory.h"
+#include "tests/support/error_code_of.h"
 
 #ifndef _WIN32
 #include <signal.h>
@@ -29,14 +30,7 @@ using test::WriteWholeFile;
 using Bytes = std::vector<uint8_t>;
 using Library = std::unique_ptr<ColorLibrary>;
 
-ErrorCode CodeOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (ErrorCode code) {
-        return code;
-    }
-    return 0;
-}
+using test::CodeOf;
 
 Bytes Text(const char* text) {
     return Bytes(text, text + std::strlen(text));

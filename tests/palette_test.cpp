@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "storage/error_code.h"
+#include "tests/support/error_code_of.h"
 
 namespace tessellum {
 namespace {
@@ -33,14 +34,7 @@ std::vector<uint8_t> Bytes(const Palette& p) {
     return std::vector<uint8_t>(p.Colors(), p.Colors() + p.Count() * 3);
 }
 
-ErrorCode CodeOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (ErrorCode code) {
-        return code;
-    }
-    return 0;
-}
+using test::CodeOf;
 
 TEST(Palette, SizingKeepsWhatFits) {
     Palette black(256);

@@ -13,22 +13,12 @@
 namespace tessellum {
 namespace {
 
+using test::DistinctCells;
 using test::kSentinel;
 using test::PixelStore;
+using test::WordOf;
 
 constexpr PixelWord kGrey = 0x00808080;
-
-Pattern DistinctCells() {
-    Pattern cells;
-    for (int r = 0; r < 8; ++r)
-        for (int c = 0; c < 8; ++c)
-            cells.Cell(r, c) = {uint8_t(10 + r), uint8_t(20 + c), uint8_t(200)};
-    return cells;
-}
-
-PixelWord WordOf(const Rgb8& color) {
-    return MakePixelWord(color.red, color.green, color.blue);
-}
 
 PixelStore FramedStore(uint32_t width, uint32_t height) {
     PixelStore store(width, height);

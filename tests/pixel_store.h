@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "color/pattern.h"
 #include "controls/pixel_word.h"
 
 namespace tessellum::test {
@@ -30,5 +31,18 @@ public:
 private:
     std::vector<PixelWord> words;
 };
+
+// Every cell its own colour, none of them black: red carries the row, green the column.
+inline Pattern DistinctCells() {
+    Pattern cells;
+    for (int r = 0; r < 8; ++r)
+        for (int c = 0; c < 8; ++c)
+            cells.Cell(r, c) = {uint8_t(10 + r), uint8_t(20 + c), uint8_t(200)};
+    return cells;
+}
+
+inline PixelWord WordOf(const Rgb8& color) {
+    return MakePixelWord(color.red, color.green, color.blue);
+}
 
 }  // namespace tessellum::test
