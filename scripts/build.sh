@@ -5,17 +5,18 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 jobs=$(nproc)
+out=${TESSELLUM_BUILD_DIR:-$root/build}  # another place for the trees, if wanted
 build() {  # build TREE [cmake arguments]
   local tree=$1; shift
-  cmake -S "$root" -B "$root/build/$tree" -DCMAKE_BUILD_TYPE=Release "$@" >/dev/null
-  cmake --build "$root/build/$tree" -j"$jobs" -- --no-print-directory >/dev/null
+  cmake -S "$root" -B "$out/$tree" -DCMAKE_BUILD_TYPE=Release "$@" >/dev/null
+  cmake --build "$out/$tree" -j"$jobs" -- --no-print-directory >/dev/null
   echo "build: $tree done"
 }
 build native -DTESSELLUM_SANITIZE=ON \
-  -DTESSELLUM_X86_DIR="$root/build/x86" -DTESSELLUM_X64_DIR="$root/build/x64"
+  -DTESSELLUM_X86_DIR="$out/x86" -DTESSELLUM_X64_DIR="$out/x64"
 build x86 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-i686.cmake" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x86" \
-  -DTESSELLUM_NATIVE_DIR="$root/build/native"
+  -DTESSELLUM_NATIVE_DIR="$out/native"
 build x64 -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-x86_64.cmake" \
   -DCMAKE_CROSSCOMPILING_EMULATOR="$root/scripts/wine-run;x64" \
-  -DTESSELLUM_NATIVE_DIR="$root/build/native"
+  -DTESSELLUM_NATIVE_DIR="$out/native"
