@@ -1,12 +1,24 @@
 #!/usr/bin/env bash
-# Builds the benchmarks without sanitizers (build/bench) and runs every one of them.
-# Each prints its figures as ratios to a baseline measured in the same run.
+# Builds the benchmarks without sanitizers (build/bench) and runs every one of them,
+# then the run through our host under Wine for each architecture Wine runs here. Each
+# prints its figures as ratios to a baseline measured in the same run.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh"
+"$root/scripts/build.sh"
 cmake -S "$root" -B "$root/build/bench" -DCMAKE_BUILD_TYPE=Release -DTESSELLUM_SANITIZE=OFF >/dev/null
 cmake --build "$root/build/bench" -j"$(nproc)" -- --no-print-directory >/dev/null
 for bench in "$root"/build/bench/bench/*_bench; do
   echo "== $(basename "$bench")"
   "$bench"
+done
+source "$root/scripts/wine-env.sh"
+[ -d "$WINEPREFIX" ] || wine_prefix_fresh
+for arch in x64 x86; do
+  echo "== host_run_bench ($arch)"
+  if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe")" = 1 ]; then
+    wine "$root/build/$arch/bench/host_run_bench.exe"
+  else
+    echo "skipped: Wine cannot run $arch programs here"
+  fi
 done

@@ -31,6 +31,25 @@ std::string DescribeRect(const Rect& r) {
            std::to_string(r.left) + ".." + std::to_string(r.right);
 }
 
+// Copies planes lo .. lo + count - 1 of a rectangle of the image, interleaved, into
+// rows `rowBytes` apart, or (toImage) back again. Whole rows at once when the planes
+// asked for are all the image has, as a band of an RGB image is.
+void CopyPlanes(Image& image, const Rect& r, int lo, int count, uint8_t* buffer, size_t rowBytes,
+                bool toImage) {
+    const size_t width = static_cast<size_t>(r.right - r.left);
+    for (int y = r.top; y < r.bottom; ++y) {
+        uint8_t* row = buffer + (y - r.top) * rowBytes;
+        uint8_t* pixel = image.At(r.left, y) + lo;
+        if (count == image.planes) {
+            toImage ? std::memcpy(pixel, row, width * count)
+                    : std::memcpy(row, pixel, width * count);
+            continue;
+        }
+        for (size_t x = 0; x < width; ++x, row += count, pixel += image.planes)
+            for (int p = 0; p < count; ++p) toImage ? pixel[p] = row[p] : row[p] = pixel[p];
+    }
+}
+
 // The abort test and progress report have no context argument; the session now
 // running is the one they speak to. The host has one thread.
 FilterSession* activeSession = nullptr;
@@ -189,11 +208,7 @@ void FilterSession::Continue(Image& image, const RunOptions& options, RunReport&
             const int planes = record_.inHiPlane - record_.inLoPlane + 1;
             const int rowBytes = planes * (in.right - in.left);
             inBuffer_.resize(static_cast<size_t>(rowBytes) * (in.bottom - in.top));
-            for (int y = in.top; y < in.bottom; ++y)
-                for (int x = in.left; x < in.right; ++x)
-                    std::memcpy(&inBuffer_[(y - in.top) * static_cast<size_t>(rowBytes) +
-                                           (x - in.left) * planes],
-                                image.At(x, y) + record_.inLoPlane, planes);
+            CopyPlanes(image, in, record_.inLoPlane, planes, inBuffer_.data(), rowBytes, false);
             record_.inData = inBuffer_.data();
             record_.inRowBytes = rowBytes;
         }
@@ -209,11 +224,8 @@ void FilterSession::Continue(Image& image, const RunOptions& options, RunReport&
         } else if (!IsEmpty(out)) {
             outBuffer_.assign(static_cast<size_t>(outRowBytes) * (out.bottom - out.top),
                               kGuardByte);
-            for (int y = out.top; y < out.bottom; ++y)
-                for (int x = out.left; x < out.right; ++x)
-                    std::memcpy(&outBuffer_[(y - out.top) * static_cast<size_t>(outRowBytes) +
-                                            (x - out.left) * outPlanes],
-                                image.At(x, y) + record_.outLoPlane, outPlanes);
+            CopyPlanes(image, out, record_.outLoPlane, outPlanes, outBuffer_.data(), outRowBytes,
+                       false);
             record_.outData = outBuffer_.data();
             record_.outRowBytes = outRowBytes;
         }
@@ -228,9 +240,8 @@ void FilterSession::Continue(Image& image, const RunOptions& options, RunReport&
                         report.hostFault = "the plug-in wrote past the end of row " +
                                            std::to_string(y) + " of its band";
                 }
-                for (int x = out.left; x < out.right; ++x)
-                    std::memcpy(image.At(x, y) + lo, row + (x - out.left) * outPlanes, outPlanes);
             }
+            CopyPlanes(image, out, lo, outPlanes, outBuffer_.data(), outRowBytes, true);
         }
         if (result != 0 || !report.hostFault.empty()) return;
     }
