@@ -94,11 +94,9 @@ bool DecodeCursorFile(const std::vector<uint8_t>& b, ArtImage& image, std::strin
             const size_t row = maskAt + (image.height - 1 - y) * stride;
             const bool screen = (b[row + x / 8] >> (7 - x % 8)) & 1;
             const uint32_t colour = table[colours[static_cast<size_t>(y) * image.width + x]];
-            if (!screen) {
-                image.pixels.push_back(colour);
-            } else {
-                image.pixels.push_back(colour == kArtBlack ? kArtTransparent : kArtInverted);
-            }
+            image.pixels.push_back(!screen               ? colour
+                                   : colour == kArtBlack ? kArtTransparent
+                                                         : kArtInverted);
         }
     }
     return true;

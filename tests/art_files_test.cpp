@@ -1,12 +1,17 @@
-// The plug-in's pictures and pointers as the build draws them: sizes, depth, colours,
-// hot spots and the shapes they must show; and a contact sheet of all of them, enlarged,
-// for a person to look at.
+// The art generator's reader of text pictures and its two file writers; the plug-in's
+// pictures and pointers as the build draws them: sizes, depth, colours and hot spots;
+// and a contact sheet of all of them, enlarged, for a person to look at. All read
+// through the tests' own reader of the files.
+#include "tools/art/art_files.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <iterator>
 #include <string>
 
 #include "tests/art_file_reader.h"
+#include "tools/art/art_text.h"
 
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 #include <stb_easy_font.h>
@@ -15,39 +20,15 @@
 namespace tessellum::test {
 namespace {
 
-struct Expected {
-    const char* file;
-    int id;
-    int width;
-    int height;
-    int hotX = -1;  // cursors only
-    int hotY = -1;
-};
+using namespace tessellum::art;
 
-const Expected kBitmaps[] = {{"pencil_button.bmp", 104, 26, 22},
-                             {"dropper_button.bmp", 105, 26, 22},
-                             {"eraser_button.bmp", 106, 26, 22},
-                             {"pencil_button_selected.bmp", 331, 26, 22},
-                             {"dropper_button_selected.bmp", 332, 26, 22},
-                             {"eraser_button_selected.bmp", 333, 26, 22},
-                             {"slider_thumb.bmp", 327, 11, 6},
-                             {"thumb_wipe.bmp", 328, 11, 11},
-                             {"arrow_right.bmp", 330, 6, 11},
-                             {"arrow_left.bmp", 335, 6, 11},
-                             {"swap_sign.bmp", 336, 10, 10}};
-const Expected kCursors[] = {{"eraser_cursor.cur", 107, 32, 32, 14, 18},
-                             {"pencil_cursor.cur", 108, 32, 32, 12, 21},
-                             {"dropper_cursor.cur", 109, 32, 32, 11, 21}};
-
-ArtImage Load(const char* file) {
-    const std::string path = std::string(TESSELLUM_ART_DIR) + "/" + file;
+ArtImage Load(const std::string& file) {
     ArtImage image;
     std::string error;
-    const bool cursor = std::string(file).find(".cur") != std::string::npos;
-    const std::vector<uint8_t> bytes = ReadFileBytes(path);
-    const bool ok =
-        cursor ? DecodeCursorFile(bytes, image, error) : DecodeBitmapFile(bytes, image, error);
-    EXPECT_TRUE(ok) << path << ": " << error;
+    const std::vector<uint8_t> bytes = ReadFileBytes(std::string(TESSELLUM_ART_DIR) + "/" + file);
+    EXPECT_TRUE(file.find(".cur") != std::string::npos ? DecodeCursorFile(bytes, image, error)
+                                                       : DecodeBitmapFile(bytes, image, error))
+        << file << ": " << error;
     return image;
 }
 
@@ -57,142 +38,129 @@ int Count(const ArtImage& image, uint32_t colour) {
     return n;
 }
 
-TEST(PluginArt, BitmapsAreFourBitsOfBlackWhiteAndGreyAtTheirSizes) {
-    for (const Expected& e : kBitmaps) {
-        SCOPED_TRACE(e.file);
-        const ArtImage image = Load(e.file);
-        EXPECT_EQ(image.bitCount, 4);
-        EXPECT_EQ(image.width, e.width);
-        EXPECT_EQ(image.height, e.height);
-        for (uint32_t p : image.pixels) {
-            ASSERT_TRUE(p == kArtBlack || p == kArtWhite || p == kArtGrey) << std::hex << p;
-        }
+TEST(ArtText, RefusesDamagedTextAndSaysWhere) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"#.\n", "line 1"},                                     // rows before the size
+        {"bitmap 2 2\n#.\n#\n", "line 3"},                      // a short row
+        {"bitmap 2 2\n#.\n#.#\n", "line 3"},                    // a long row
+        {"bitmap 2 2\n#x\n##\n", "line 2"},                     // an unknown pixel
+        {"bitmap 2 2\n##\n", "line 2"},                         // too few rows
+        {"bitmap 2 1\n##\n##\n", "line 3"},                     // too many rows
+        {"bitmap 0 4\n", "line 1"},                             // no size
+        {"bitmap 2\n", "line 1"},                               // half a size line
+        {"cursor 2 2 2 0\n##\n##\n", "line 1"},                 // hot spot outside
+        {"cursor 2 2 0 0\nselected x\n##\n##\n", "line 4"},     // a cursor has no selected form
+        {"bitmap 3 3\nselected x\n###\n#.#\n#..\n", "line 5"},  // frame not black
+        {"// nothing\n", "line 1"},
+    };
+    for (const auto& [text, where] : cases) {
+        ArtPicture picture;
+        std::string error;
+        EXPECT_FALSE(ParseArtText(text, picture, error)) << text;
+        EXPECT_EQ(error.rfind(where, 0), 0u) << text << " gave: " << error;
     }
 }
 
+TEST(ArtFiles, BitmapFileIsFourBitsWithPaddedRowsBottomUp) {
+    ArtPicture picture;
+    std::string error;
+    ASSERT_TRUE(ParseArtText("// a comment\n\nbitmap 3 2\r\n#.-\n..#\n", picture, error)) << error;
+    const std::vector<uint8_t> bytes = BitmapFileBytes(picture);
+    // 14 + 40 + 16 colours, then two rows of 3 pixels at 4 bits, each padded to 4 bytes.
+    ASSERT_EQ(bytes.size(), 14u + 40 + 64 + 8);
+    EXPECT_EQ(bytes[10], 118);  // offset of the pixels
+    EXPECT_EQ(bytes[14 + 14], 4) << "bits per pixel";
+    // The bottom row (". . #") comes first: white, white, black, padding.
+    const std::vector<uint8_t> rows(bytes.begin() + 118, bytes.end());
+    EXPECT_EQ(rows,
+              (std::vector<uint8_t>{(kWhiteIndex << 4) | kWhiteIndex, kBlackIndex << 4, 0, 0,
+                                    (kBlackIndex << 4) | kWhiteIndex, kGreyIndex << 4, 0, 0}));
+    ArtImage image;
+    ASSERT_TRUE(DecodeBitmapFile(bytes, image, error)) << error;
+    EXPECT_EQ(image.pixels, (std::vector<uint32_t>{kArtBlack, kArtWhite, kArtGrey, kArtWhite,
+                                                   kArtWhite, kArtBlack}));
+}
+
+// Bitmaps: four bits of black, white and dialog grey. Cursors: monochrome, mostly
+// see-through, a white body in a black outline, the hot spot on the drawing.
+TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
+    for (const ArtFile& e : kArtFiles) {
+        SCOPED_TRACE(e.file);
+        const ArtImage image = Load(e.file);
+        EXPECT_EQ(image.width, e.width);
+        EXPECT_EQ(image.height, e.height);
+        EXPECT_EQ(image.hotX, e.hotX);
+        EXPECT_EQ(image.hotY, e.hotY);
+        if (e.hotX < 0) {
+            EXPECT_EQ(image.bitCount, 4);
+            EXPECT_EQ(Count(image, kArtBlack) + Count(image, kArtWhite) + Count(image, kArtGrey),
+                      e.width * e.height);
+            continue;
+        }
+        EXPECT_EQ(image.bitCount, 1);
+        EXPECT_EQ(Count(image, kArtInverted), 0);
+        EXPECT_GT(Count(image, kArtTransparent), 32 * 32 / 2);
+        EXPECT_GT(Count(image, kArtWhite), 10);
+        EXPECT_GT(Count(image, kArtBlack), 20);
+        EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack);
+    }
+}
+
+// 331 to 333 are 104 to 106 with black and white exchanged inside the black frame; the
+// plain buttons are black line drawings on a white field, no grey.
 TEST(PluginArt, ToolButtonsAreFramedAndTheSelectedOnesInverted) {
-    const char* pairs[][2] = {{"pencil_button.bmp", "pencil_button_selected.bmp"},
-                              {"dropper_button.bmp", "dropper_button_selected.bmp"},
-                              {"eraser_button.bmp", "eraser_button_selected.bmp"}};
-    for (const auto& pair : pairs) {
-        SCOPED_TRACE(pair[0]);
-        const ArtImage plain = Load(pair[0]);
-        const ArtImage selected = Load(pair[1]);
+    for (const char* tool : {"pencil", "dropper", "eraser"}) {
+        SCOPED_TRACE(tool);
+        const ArtImage plain = Load(std::string(tool) + "_button.bmp");
+        const ArtImage selected = Load(std::string(tool) + "_button_selected.bmp");
         ASSERT_EQ(plain.pixels.size(), selected.pixels.size());
-        EXPECT_EQ(Count(plain, kArtGrey), 0) << "only black and white on a button";
         int drawn = 0;
         for (int y = 0; y < plain.height; ++y) {
             for (int x = 0; x < plain.width; ++x) {
                 const bool frame =
                     x == 0 || y == 0 || x == plain.width - 1 || y == plain.height - 1;
-                if (frame) {
-                    ASSERT_EQ(plain.At(x, y), kArtBlack) << "frame at " << x << "," << y;
-                    ASSERT_EQ(selected.At(x, y), kArtBlack) << "merged frame at " << x << "," << y;
-                } else {
-                    const uint32_t swapped = plain.At(x, y) == kArtBlack ? kArtWhite : kArtBlack;
-                    ASSERT_EQ(selected.At(x, y), swapped) << x << "," << y;
-                    drawn += plain.At(x, y) == kArtBlack;
-                }
+                const uint32_t p = plain.At(x, y);
+                ASSERT_TRUE(p == kArtBlack || (!frame && p == kArtWhite)) << x << "," << y;
+                ASSERT_EQ(selected.At(x, y), frame || p == kArtWhite ? kArtBlack : kArtWhite)
+                    << x << "," << y;
+                drawn += !frame && p == kArtBlack;
             }
         }
-        // A line drawing on a white field: some outline, mostly field.
         EXPECT_GT(drawn, 40);
         EXPECT_LT(drawn, (plain.width - 2) * (plain.height - 2) / 3);
     }
 }
 
-TEST(PluginArt, SliderPicturesHaveTheirShapes) {
-    const ArtImage thumb = Load("slider_thumb.bmp");
-    for (int x = 0; x < 11; ++x) {
-        EXPECT_EQ(thumb.At(x, 5), kArtBlack) << "base along the whole bottom row, column " << x;
-        EXPECT_EQ(thumb.At(x, 0), x == 5 ? kArtBlack : kArtGrey) << "apex alone in column 5";
-    }
-    EXPECT_EQ(thumb.At(5, 2), kArtWhite) << "white inside";
-    EXPECT_EQ(thumb.At(0, 0), kArtGrey) << "on grey";
-
-    const ArtImage wipe = Load("thumb_wipe.bmp");
-    EXPECT_EQ(Count(wipe, kArtGrey), 11 * 11);
-
-    const ArtImage right = Load("arrow_right.bmp");
-    const ArtImage left = Load("arrow_left.bmp");
-    EXPECT_EQ(right.At(5, 5), kArtBlack) << "apex at column 5 of row 5";
-    for (int y = 0; y < 11; ++y) {
-        if (y != 5) {
-            EXPECT_EQ(right.At(5, y), kArtGrey) << "the apex stands alone, row " << y;
-        }
-        for (int x = 0; x < 6; ++x) ASSERT_EQ(left.At(x, y), right.At(5 - x, y)) << x << "," << y;
-    }
-    EXPECT_EQ(right.At(2, 5), kArtWhite) << "white inside";
-    EXPECT_EQ(right.At(0, 5), kArtBlack) << "the base outlined";
-
-    const ArtImage swap = Load("swap_sign.bmp");
-    EXPECT_EQ(Count(swap, kArtWhite), 0);
-    EXPECT_GT(Count(swap, kArtBlack), 12);
-    // Heads at the two ends: the leftmost black pixel lies in the upper half, the lowest
-    // one in the right half.
-    int leftmostY = -1, lowestX = -1;
-    for (int x = 9; x >= 0; --x)
-        for (int y = 0; y < 10; ++y)
-            if (swap.At(x, y) == kArtBlack) leftmostY = y;
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 10; ++x)
-            if (swap.At(x, y) == kArtBlack) lowestX = x;
-    EXPECT_LT(leftmostY, 5);
-    EXPECT_GE(lowestX, 5);
-}
-
-TEST(PluginArt, CursorsAreMonochromeWithMasksAndHotSpotsOnTheirPoints) {
-    for (const Expected& e : kCursors) {
-        SCOPED_TRACE(e.file);
-        const ArtImage image = Load(e.file);
-        EXPECT_EQ(image.width, 32);
-        EXPECT_EQ(image.height, 32);
-        EXPECT_EQ(image.bitCount, 1);
-        EXPECT_EQ(image.hotX, e.hotX);
-        EXPECT_EQ(image.hotY, e.hotY);
-        ASSERT_EQ(image.pixels.size(), 32u * 32);
-        EXPECT_EQ(Count(image, kArtInverted), 0);
-        EXPECT_GT(Count(image, kArtTransparent), 32 * 32 / 2) << "mostly see-through";
-        EXPECT_GT(Count(image, kArtWhite), 10) << "a white body";
-        EXPECT_GT(Count(image, kArtBlack), 20) << "a black outline";
-        EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack) << "the hot spot is on the drawing";
-    }
-}
-
 // The sheet: every picture enlarged 8 times with its resource number over it; a cursor's
-// see-through pixels as a light checker, so the mask shows.
+// see-through pixels as a light checker so that the mask shows, its hot spot as a cross.
 TEST(PluginArt, ContactSheet) {
     constexpr int kScale = 8, kCell = 32 * kScale + 84, kColumns = 4, kLabel = 28;
-    std::vector<std::pair<const Expected*, ArtImage>> all;
-    for (const Expected& e : kBitmaps) all.emplace_back(&e, Load(e.file));
-    for (const Expected& e : kCursors) all.emplace_back(&e, Load(e.file));
-    const int rows = static_cast<int>((all.size() + kColumns - 1) / kColumns);
-    const int width = kColumns * kCell, height = rows * (kCell + kLabel);
+    constexpr int kRows = (std::size(kArtFiles) + kColumns - 1) / kColumns;
+    constexpr int width = kColumns * kCell, height = kRows * (kCell + kLabel);
     std::vector<uint8_t> sheet(static_cast<size_t>(width) * height * 3, 0x50);
     auto put = [&](int x, int y, uint32_t rgb) {
         if (x < 0 || y < 0 || x >= width || y >= height) return;
         uint8_t* p = &sheet[(static_cast<size_t>(y) * width + x) * 3];
         p[0] = rgb >> 16, p[1] = (rgb >> 8) & 0xFF, p[2] = rgb & 0xFF;
     };
-    for (size_t i = 0; i < all.size(); ++i) {
+    for (size_t i = 0; i < std::size(kArtFiles); ++i) {
+        const ArtFile& e = kArtFiles[i];
         const int left = static_cast<int>(i % kColumns) * kCell + 12;
         const int top = static_cast<int>(i / kColumns) * (kCell + kLabel) + kLabel;
-        const ArtImage& image = all[i].second;
+        const ArtImage image = Load(e.file);
         for (int y = 0; y < image.height * kScale; ++y) {
             for (int x = 0; x < image.width * kScale; ++x) {
                 uint32_t p = image.At(x / kScale, y / kScale);
                 if (p == kArtTransparent) p = ((x / 4 + y / 4) % 2) ? 0xE8D0F0 : 0xC8B0D8;
-                if (p == kArtInverted) p = 0xFF0000;
                 put(left + x, top + y, p);
             }
         }
-        if (all[i].first->hotX >= 0 && all[i].first->width == 32) {  // mark the hot spot
-            const int hx = left + all[i].first->hotX * kScale + kScale / 2;
-            const int hy = top + all[i].first->hotY * kScale + kScale / 2;
-            for (int d = -2; d <= 2; ++d) put(hx + d, hy, 0xFF0000), put(hx, hy + d, 0xFF0000);
+        const int hx = left + e.hotX * kScale + kScale / 2, hy = top + e.hotY * kScale + kScale / 2;
+        for (int d = -2; e.hotX >= 0 && d <= 2; ++d) {
+            put(hx + d, hy, 0xFF0000), put(hx, hy + d, 0xFF0000);
         }
         char label[64];
-        snprintf(label, sizeof label, "%d %s", all[i].first->id, all[i].first->file);
+        snprintf(label, sizeof label, "%d %s", e.id, e.file);
         *strrchr(label, '.') = '\0';
         static char quads[60000];
         const int count = stb_easy_font_print(0, 0, label, nullptr, quads, sizeof quads);

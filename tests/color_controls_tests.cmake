@@ -1,19 +1,13 @@
 # Tests of the slider panel and the colour controls: their decisions natively, and the
 # controls themselves in real windows under Wine.
 if(WIN32)
-  tessellum_wine_test(rgb_slider_panel_test
-    SOURCES rgb_slider_panel_test.cpp control_page.cpp
-    LIBS tessellum_color_controls tessellum_window_pixels)
-  tessellum_wine_test(color_boxes_test
-    SOURCES color_boxes_test.cpp control_page.cpp
-    LIBS tessellum_color_controls tessellum_window_pixels)
-  tessellum_wine_test(color_dialog_test
-    SOURCES color_dialog_test.cpp color_dialog_driver.cpp control_page.cpp
+  tessellum_wine_test(color_controls_window_test
+    SOURCES color_controls_window_test.cpp color_dialog_driver.cpp control_page.cpp
     LIBS tessellum_color_controls tessellum_window_pixels)
   tessellum_wine_test(control_gallery_test
     SOURCES control_gallery_test.cpp color_dialog_driver.cpp control_page.cpp
     LIBS tessellum_color_controls tessellum_editor_controls tessellum_window_pixels)
-  foreach(test rgb_slider_panel_test color_boxes_test color_dialog_test control_gallery_test)
+  foreach(test color_controls_window_test control_gallery_test)
     add_dependencies(${test} Tessellum)  # they draw the plug-in's pictures
   endforeach()
 else()

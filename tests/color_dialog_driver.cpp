@@ -26,17 +26,16 @@ void Press(HWND dialog, int id) {
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
 }
 
+// Whatever other dialog came up must not leave the test's thread stuck in it.
 BOOL CALLBACK CancelStray(HWND window, LPARAM context) {
-    char name[32] = {};
+    char name[32] = {}, title[128] = {};
     GetClassNameA(window, name, sizeof name);
-    if (std::string(name) == "#32770") {
-        auto* watch = reinterpret_cast<DialogWatch*>(context);
-        watch->strayDialog = true;
-        char title[128] = {};
-        GetWindowTextA(window, title, sizeof title);
-        watch->title = title;
-        Press(window, IDCANCEL);
-    }
+    if (std::string(name) != "#32770") return TRUE;
+    auto* watch = reinterpret_cast<DialogWatch*>(context);
+    watch->strayDialog = true;
+    GetWindowTextA(window, title, sizeof title);
+    watch->title = title;
+    Press(window, IDCANCEL);
     return TRUE;
 }
 
@@ -50,7 +49,6 @@ DWORD WINAPI WatchForDialog(void* context) {
         if (!dialog) Sleep(20);
     }
     if (!dialog) {
-        // Whatever else came up must not leave the test's thread stuck in it.
         EnumThreadWindows(watching->mainThread, CancelStray, reinterpret_cast<LPARAM>(watch));
         return 0;
     }
@@ -76,14 +74,10 @@ DWORD WINAPI WatchForDialog(void* context) {
 }  // namespace
 
 void DeleteCustomColors() {
-    HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, "Software\\Quarry\\Tessellum\\1.x", 0, KEY_ALL_ACCESS,
-                      &key) != ERROR_SUCCESS) {
-        return;
+    for (int i = 0; i < 16; ++i) {
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, "Software\\Quarry\\Tessellum\\1.x",
+                           ("Custom Color " + std::to_string(i)).c_str());
     }
-    for (int i = 0; i < 16; ++i)
-        RegDeleteValueA(key, ("Custom Color " + std::to_string(i)).c_str());
-    RegCloseKey(key);
 }
 
 bool ClickWithDialogWatch(const std::function<bool()>& click, DialogWatch& watch) {

@@ -1,7 +1,6 @@
 // Drives the system colour dialog from a second thread while the test's thread sits in
 // its modal loop: finds it, reads what it shows, types a colour, adds it to the custom
-// colours and presses OK or Cancel, all with real messages. The second thread checks
-// nothing; the test's thread looks at what it saw afterwards.
+// colours and presses OK or Cancel with real messages. Only the test's thread checks.
 #pragma once
 
 #include <windows.h>
@@ -33,8 +32,7 @@ struct DialogWatch {
 // click's result.
 bool ClickWithDialogWatch(const std::function<bool()>& click, DialogWatch& watch);
 
-// Removes "Custom Color 0" to "Custom Color 15" from the settings key, so that a test
-// leaves the prefix's user settings as it found them without colours.
+// Removes "Custom Color 0" to "Custom Color 15" from the settings key.
 void DeleteCustomColors();
 
 }  // namespace tessellum::test

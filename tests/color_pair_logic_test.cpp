@@ -1,6 +1,6 @@
 // The colour controls' decisions without a window: where the parts of the colour pair
-// lie, which part a click belongs to, the order of painting in the reset and the swap,
-// and the pixels of the split display.
+// lie, which part a click belongs to, and the pixels of the split display. (The order of
+// painting in the reset and the swap shows in the overlap of the boxes under Wine.)
 #include <gtest/gtest.h>
 
 #include <string>
@@ -13,85 +13,47 @@
 namespace tessellum {
 namespace {
 
-bool SameBounds(const ControlBounds& a, int32_t left, int32_t top, int32_t right, int32_t bottom) {
-    return a.left == left && a.top == top && a.right == right && a.bottom == bottom;
+// Every part's bounds, left,top-right,bottom: back, fore, small back, small fore, swap.
+std::string Bounds(const ColorPairParts& p) {
+    std::string out;
+    for (const ControlBounds& b :
+         {p.backBox, p.foreBox, p.miniBackBox, p.miniForeBox, p.swapButton}) {
+        out += std::to_string(b.left) + "," + std::to_string(b.top) + "-" +
+               std::to_string(b.right) + "," + std::to_string(b.bottom) + " ";
+    }
+    return out;
 }
 
-TEST(ColorPairLayout, TheDialogsSizesPlaceEveryPart) {
+TEST(ColorPairLayout, TheDialogsSizesPlaceEveryPartAndOtherSizesFollowTheRule) {
     // S 80, B 40, M 12 and the 10 by 10 arrow, at x 200, y 100.
-    const ColorPairParts parts = LayoutColorPair(200, 100, 80, 40, 12, 10, 10);
-    EXPECT_TRUE(SameBounds(parts.backBox, 232, 132, 272, 172));
-    EXPECT_TRUE(SameBounds(parts.foreBox, 208, 108, 248, 148));
-    EXPECT_TRUE(SameBounds(parts.miniBackBox, 216, 156, 228, 168));
-    EXPECT_TRUE(SameBounds(parts.miniForeBox, 212, 152, 224, 164));
-    EXPECT_TRUE(SameBounds(parts.swapButton, 254, 114, 264, 124));
-
-    // Other sizes follow the rule, not the dialog's numbers: S 100, B 50, M 10.
-    const ColorPairParts other = LayoutColorPair(0, 0, 100, 50, 10, 7, 9);
-    EXPECT_TRUE(SameBounds(other.backBox, 42, 42, 92, 92));
-    EXPECT_TRUE(SameBounds(other.foreBox, 8, 8, 58, 58));
-    // V = 100 - 50 - 16 = 34, W = 0 + 50 + 8 = 58.
-    EXPECT_TRUE(SameBounds(other.miniBackBox, 28, 78, 38, 88));
-    EXPECT_TRUE(SameBounds(other.miniForeBox, 12, 62, 22, 72));
-    EXPECT_TRUE(SameBounds(other.swapButton, 64, 14, 71, 23));
+    EXPECT_EQ(Bounds(LayoutColorPair(200, 100, 80, 40, 12, 10, 10)),
+              "232,132-272,172 208,108-248,148 216,156-228,168 212,152-224,164 254,114-264,124 ");
+    // S 100, B 50, M 10: V = 100 - 50 - 16 = 34, W = 0 + 50 + 8 = 58.
+    EXPECT_EQ(Bounds(LayoutColorPair(0, 0, 100, 50, 10, 7, 9)),
+              "42,42-92,92 8,8-58,58 28,78-38,88 12,62-22,72 64,14-71,23 ");
 }
 
 TEST(ColorPairRegion, ResetThenSwapThenForeOverBackThenNothing) {
+    using R = ColorPairRegion;
     const ColorPairParts parts = LayoutColorPair(0, 0, 80, 40, 12, 10, 10);
-    EXPECT_EQ(FindColorPairRegion(parts, 12, 52), ColorPairRegion::kReset) << "small fore box";
-    EXPECT_EQ(FindColorPairRegion(parts, 27, 67), ColorPairRegion::kReset) << "small back box";
-    EXPECT_EQ(FindColorPairRegion(parts, 63, 23), ColorPairRegion::kSwap);
-    EXPECT_EQ(FindColorPairRegion(parts, 64, 14), ColorPairRegion::kNone) << "right of the arrow";
-    EXPECT_EQ(FindColorPairRegion(parts, 32, 32), ColorPairRegion::kForeBox)
-        << "the shared square belongs to the fore box, which lies on top";
-    EXPECT_EQ(FindColorPairRegion(parts, 47, 47), ColorPairRegion::kForeBox);
-    EXPECT_EQ(FindColorPairRegion(parts, 48, 47), ColorPairRegion::kBackBox);
-    EXPECT_EQ(FindColorPairRegion(parts, 71, 71), ColorPairRegion::kBackBox);
-    EXPECT_EQ(FindColorPairRegion(parts, 72, 60), ColorPairRegion::kNone);
-    EXPECT_EQ(FindColorPairRegion(parts, 0, 0), ColorPairRegion::kNone) << "the outline";
-    EXPECT_EQ(FindColorPairRegion(parts, 11, 52), ColorPairRegion::kNone);
+    // The small fore and back boxes, the arrow and just right of it, the square the two
+    // large boxes share (the fore box lies on top), the back box, the outline, a gap.
+    const struct {
+        int32_t x, y;
+        ColorPairRegion region;
+    } points[] = {{12, 52, R::kReset},   {27, 67, R::kReset},   {63, 23, R::kSwap},
+                  {64, 14, R::kNone},    {32, 32, R::kForeBox}, {47, 47, R::kForeBox},
+                  {48, 47, R::kBackBox}, {71, 71, R::kBackBox}, {72, 60, R::kNone},
+                  {0, 0, R::kNone},      {11, 52, R::kNone}};
+    for (const auto& p : points)
+        EXPECT_EQ(FindColorPairRegion(parts, p.x, p.y), p.region) << p.x << "," << p.y;
 
     // Where the reset sign lies over a large box (other sizes), the reset wins.
     ColorPairParts crowded = parts;
     crowded.miniForeBox = {10, 10, 20, 20};
     crowded.swapButton = {15, 15, 25, 25};
-    EXPECT_EQ(FindColorPairRegion(crowded, 16, 16), ColorPairRegion::kReset);
-    EXPECT_EQ(FindColorPairRegion(crowded, 22, 22), ColorPairRegion::kSwap);
-}
-
-// A box that writes down each colour it is given.
-struct LoggingBox {
-    const char* name;
-    std::vector<std::string>* log;
-    uint8_t red, green, blue;
-
-    void SetColor(uint8_t r, uint8_t g, uint8_t b) {
-        red = r;
-        green = g;
-        blue = b;
-        log->push_back(std::string(name) + " " + std::to_string(r) + "," + std::to_string(g) + "," +
-                       std::to_string(b));
-    }
-    void GetColor(uint8_t& r, uint8_t& g, uint8_t& b) const {
-        r = red;
-        g = green;
-        b = blue;
-    }
-};
-
-TEST(ColorPairActions, BackBoxIsPaintedFirstSoTheForeBoxEndsOnTop) {
-    std::vector<std::string> log;
-    LoggingBox fore{"fore", &log, 10, 20, 30};
-    LoggingBox back{"back", &log, 40, 50, 60};
-    SwapColorPair(fore, back);
-    EXPECT_EQ(log, (std::vector<std::string>{"back 10,20,30", "fore 40,50,60"}));
-    SwapColorPair(fore, back);
-    EXPECT_EQ(fore.red, 10) << "two swaps give the starting colours back";
-    EXPECT_EQ(back.blue, 60);
-
-    log.clear();
-    ResetColorPair(fore, back);
-    EXPECT_EQ(log, (std::vector<std::string>{"back 255,255,255", "fore 0,0,0"}));
+    EXPECT_EQ(FindColorPairRegion(crowded, 16, 16), R::kReset);
+    EXPECT_EQ(FindColorPairRegion(crowded, 22, 22), R::kSwap);
 }
 
 std::vector<PixelWord> Store(uint32_t width, uint32_t height, PixelWord word) {

@@ -3,21 +3,18 @@
 namespace tessellum::test {
 namespace {
 
-constexpr COLORREF kDialogFace = 0xC0C0C0;
-const char kPageClass[] = "TessellumTestPage";
-const char kOwnDCPageClass[] = "TessellumTestPageOwnDC";
 const char kFrameClass[] = "TessellumTestFrame";
 
-void RegisterClasses() {
-    static bool registered = false;
-    if (registered) return;
-    registered = true;
+// A class of windows erased in the dialog's grey, once.
+void Register(const char* name, WNDPROC procedure, UINT style) {
     WNDCLASSA windowClass = {};
+    if (GetClassInfoA(GetModuleHandleA(nullptr), name, &windowClass)) return;
+    windowClass.style = style;
     windowClass.hInstance = GetModuleHandleA(nullptr);
     windowClass.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
-    windowClass.hbrBackground = CreateSolidBrush(kDialogFace);
-    windowClass.lpfnWndProc = DefWindowProcA;
-    windowClass.lpszClassName = kFrameClass;
+    windowClass.hbrBackground = CreateSolidBrush(0xC0C0C0);
+    windowClass.lpfnWndProc = procedure;
+    windowClass.lpszClassName = name;
     RegisterClassA(&windowClass);
 }
 
@@ -36,18 +33,9 @@ LRESULT CALLBACK ControlPage::PageProc(HWND window, UINT message, WPARAM wParam,
 }
 
 ControlPage::ControlPage(const char* title, int clientWidth, int clientHeight, bool ownDC) {
-    RegisterClasses();
-    const char* pageClass = ownDC ? kOwnDCPageClass : kPageClass;
-    WNDCLASSA windowClass = {};
-    if (!GetClassInfoA(GetModuleHandleA(nullptr), pageClass, &windowClass)) {
-        windowClass.style = ownDC ? CS_OWNDC : 0;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
-        windowClass.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
-        windowClass.hbrBackground = CreateSolidBrush(kDialogFace);
-        windowClass.lpfnWndProc = PageProc;
-        windowClass.lpszClassName = pageClass;
-        RegisterClassA(&windowClass);
-    }
+    const char* pageClass = ownDC ? "TessellumTestPageOwnDC" : "TessellumTestPage";
+    Register(kFrameClass, DefWindowProcA, 0);
+    Register(pageClass, PageProc, ownDC ? CS_OWNDC : 0);
     RECT frame = {0, 0, clientWidth, clientHeight};
     const DWORD style = WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE | WS_CLIPCHILDREN;
     AdjustWindowRect(&frame, style, FALSE);
@@ -67,65 +55,27 @@ ControlPage::ControlPage(const char* title, int clientWidth, int clientHeight, b
 ControlPage::~ControlPage() {
     SetWindowLongPtrA(page, GWLP_USERDATA, 0);
     DestroyWindow(dialog);
-    DispatchPending();
+    PumpFor(0);
 }
 
 void ControlPage::Mouse(UINT message, int x, int y) {
     const WPARAM buttons = message == WM_LBUTTONUP ? 0 : MK_LBUTTON;
     PostMessageA(page, message, buttons, MAKELPARAM(x, y));
-    DispatchPending();
-}
-
-void DispatchPending() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
-    }
+    PumpFor(0);
 }
 
 void PumpFor(DWORD milliseconds) {
     const DWORD start = GetTickCount();
     for (;;) {
-        DispatchPending();
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
         const DWORD elapsed = GetTickCount() - start;
         if (elapsed >= milliseconds) break;
         MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - elapsed, QS_ALLINPUT);
     }
-}
-
-std::vector<uint32_t> ExpectedText(HWND window, const std::string& text, COLORREF backColor,
-                                   SIZE* size) {
-    HDC windowDC = GetDC(window);
-    HGDIOBJ font = GetCurrentObject(windowDC, OBJ_FONT);
-    SIZE extent = {};
-    GetTextExtentPoint32A(windowDC, text.data(), static_cast<int>(text.size()), &extent);
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = extent.cx;
-    info.bmiHeader.biHeight = -extent.cy;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    HDC memory = CreateCompatibleDC(windowDC);
-    HBITMAP section = CreateDIBSection(windowDC, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ oldBitmap = SelectObject(memory, section);
-    HGDIOBJ oldFont = SelectObject(memory, font);
-    SetBkMode(memory, OPAQUE);
-    SetBkColor(memory, backColor);
-    SetTextColor(memory, GetTextColor(windowDC));
-    TextOutA(memory, 0, 0, text.data(), static_cast<int>(text.size()));
-    GdiFlush();
-    std::vector<uint32_t> pixels(static_cast<size_t>(extent.cx) * extent.cy);
-    const auto* words = static_cast<const uint32_t*>(bits);
-    for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = words[i] & 0x00FFFFFF;
-    SelectObject(memory, oldFont);
-    SelectObject(memory, oldBitmap);
-    DeleteObject(section);
-    DeleteDC(memory);
-    ReleaseDC(window, windowDC);
-    *size = extent;
-    return pixels;
 }
 
 }  // namespace tessellum::test

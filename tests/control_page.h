@@ -1,14 +1,11 @@
-// A stand-in for a tab page of the dialog, for the Windows tests of the self-drawn
-// controls: a grey child window inside a "tab" child inside a top-level window, as the
-// real pages sit. Its window procedure hands every message to the test's handler, as a
-// page's dialog procedure hands mouse and timer messages to its controls.
+// A stand-in for a tab page of the dialog: a grey child window inside a "tab" child inside
+// a top-level window, as the real pages sit, handing every message to the test's handler
+// as a page's dialog procedure hands mouse and timer messages to its controls.
 #pragma once
 
 #include <windows.h>
 
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace tessellum::test {
 
@@ -21,7 +18,6 @@ public:
     ~ControlPage();
     ControlPage(const ControlPage&) = delete;
     ControlPage& operator=(const ControlPage&) = delete;
-
     HWND Page() const { return page; }
     HWND Dialog() const { return dialog; }
 
@@ -39,15 +35,7 @@ private:
     HWND page = nullptr;
 };
 
-// Dispatches what is waiting now, without sleeping.
-void DispatchPending();
-
-// Runs the message loop for that long, so that timers tick.
+// Runs the message loop for that long, so that timers tick; 0 dispatches what is waiting.
 void PumpFor(DWORD milliseconds);
-
-// The pixels that TextOutA puts down for `text` in a fresh context of `window` (its
-// default font and text colour, opaque on `backColor`), and the size they cover.
-std::vector<uint32_t> ExpectedText(HWND window, const std::string& text, COLORREF backColor,
-                                   SIZE* size);
 
 }  // namespace tessellum::test

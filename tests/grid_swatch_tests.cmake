@@ -6,7 +6,6 @@ if(WIN32)
     LIBS tessellum_editor_controls tessellum_window_pixels)
 else()
   tessellum_native_test(editor_pixels_test
-    SOURCES ring_painter_test.cpp grid_painter_test.cpp pattern_painters_test.cpp
-      swatch_painter_test.cpp
+    SOURCES grid_painter_test.cpp pattern_painters_test.cpp swatch_painter_test.cpp
     LIBS tessellum_editor_pixels)
 endif()

@@ -21,10 +21,6 @@ std::string SampleName(uint32_t seed) {
     return name;
 }
 
-std::string Describe(const char* what, int index) {
-    return std::string(what) + " " + std::to_string(index);
-}
-
 }  // namespace
 
 ColorList* AddList(ColorLibrary& library, const std::string& name) {
@@ -68,28 +64,27 @@ ColorLibrary* MakeSampleLibrary(int lists, int colors, int palettes) {
 }
 
 std::string CompareLibraries(const ColorLibrary& expected, const ColorLibrary& actual) {
-    if (expected.colorLists->Count() != actual.colorLists->Count()) return "number of lists";
-    if (expected.palettes->Count() != actual.palettes->Count()) return "number of palettes";
-    for (int l = 0; l < expected.colorLists->Count(); ++l) {
-        auto* a = static_cast<const ColorList*>(expected.colorLists->ValueAt(l));
-        auto* b = static_cast<const ColorList*>(actual.colorLists->ValueAt(l));
-        if (std::strcmp(a->name, b->name) != 0) return Describe("name of list", l);
-        if (a->entries.Count() != b->entries.Count())
-            return Describe("number of colours in list", l);
-        for (int c = 0; c < a->entries.Count(); ++c) {
-            auto* x = static_cast<const ColorEntry*>(a->entries.ValueAt(c));
-            auto* y = static_cast<const ColorEntry*>(b->entries.ValueAt(c));
-            const std::string where = Describe("list", l) + ", " + Describe("colour", c);
-            if (std::strcmp(x->name, y->name) != 0) return "name of " + where;
-            if (x->gridSize != y->gridSize) return "GridSize of " + where;
-            if (std::memcmp(&x->cells, &y->cells, sizeof x->cells) != 0) return "cells of " + where;
+    const PtrList &lists = *expected.colorLists, &palettes = *expected.palettes;
+    if (lists.Count() != actual.colorLists->Count()) return "number of lists";
+    if (palettes.Count() != actual.palettes->Count()) return "number of palettes";
+    for (int l = 0; l < lists.Count(); ++l) {
+        const auto& a = *static_cast<const ColorList*>(lists.ValueAt(l));
+        const auto& b = *static_cast<const ColorList*>(actual.colorLists->ValueAt(l));
+        const std::string list = "list " + std::to_string(l);
+        if (std::strcmp(a.name, b.name) != 0 || a.entries.Count() != b.entries.Count()) return list;
+        for (int c = 0; c < a.entries.Count(); ++c) {
+            const auto& x = *static_cast<const ColorEntry*>(a.entries.ValueAt(c));
+            const auto& y = *static_cast<const ColorEntry*>(b.entries.ValueAt(c));
+            if (std::strcmp(x.name, y.name) != 0 || x.gridSize != y.gridSize ||
+                std::memcmp(&x.cells, &y.cells, sizeof x.cells) != 0)
+                return list + ", colour " + std::to_string(c);
         }
     }
-    for (int p = 0; p < expected.palettes->Count(); ++p) {
-        auto* a = static_cast<const NamedPalette*>(expected.palettes->ValueAt(p));
-        auto* b = static_cast<const NamedPalette*>(actual.palettes->ValueAt(p));
-        if (std::strcmp(a->name, b->name) != 0) return Describe("name of palette", p);
-        if (!a->palette.Equals(b->palette)) return Describe("colours of palette", p);
+    for (int p = 0; p < palettes.Count(); ++p) {
+        const auto& a = *static_cast<const NamedPalette*>(palettes.ValueAt(p));
+        const auto& b = *static_cast<const NamedPalette*>(actual.palettes->ValueAt(p));
+        if (std::strcmp(a.name, b.name) != 0 || !a.palette.Equals(b.palette))
+            return "palette " + std::to_string(p);
     }
     return "";
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "color/pattern.h"
+#include "controls/pixel_painters.h"
 #include "controls/pixel_word.h"
 
 namespace tessellum::test {
@@ -24,6 +25,8 @@ public:
     bool GuardsIntact() const { return words.front() == kGuard && words.back() == kGuard; }
     // The pixels alone, without the guards, for comparing two stores.
     std::vector<PixelWord> Pixels() const { return {words.begin() + 1, words.end() - 1}; }
+    // Nothing at all was written, guards included.
+    bool Untouched() const { return words == PixelStore(width, height).words; }
 
     const uint32_t width;
     const uint32_t height;
@@ -31,6 +34,13 @@ public:
 private:
     std::vector<PixelWord> words;
 };
+
+// A store holding the 4-pixel inset frame round its inside, as the controls' bitmaps do.
+inline PixelStore Framed(uint32_t width, uint32_t height) {
+    PixelStore store(width, height);
+    PaintInsetFrame(store.bits(), width, height);
+    return store;
+}
 
 // Every cell its own colour, none of them black: red carries the row, green the column.
 inline Pattern DistinctCells() {
