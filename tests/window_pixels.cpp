@@ -1,6 +1,7 @@
 #include "tests/window_pixels.h"
 
 #include "tests/support/plugin_path.h"
+#include "tests/support/screenshot.h"
 
 namespace tessellum::test {
 
@@ -39,27 +40,11 @@ void PumpMessages() {
 }
 
 std::vector<uint32_t> ReadClient(HWND window, int x, int y, int width, int height) {
-    std::vector<uint32_t> pixels(static_cast<size_t>(width) * height, 0xFFFFFFFF);
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
     HDC dc = GetDC(window);
-    HDC memory = CreateCompatibleDC(dc);
-    HBITMAP section = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, section);
-    if (BitBlt(memory, 0, 0, width, height, dc, x, y, SRCCOPY)) {
-        GdiFlush();
-        const auto* words = static_cast<const uint32_t*>(bits);
-        for (size_t i = 0; i < pixels.size(); ++i) pixels[i] = words[i] & 0x00FFFFFF;
-    }
-    SelectObject(memory, old);
-    DeleteObject(section);
-    DeleteDC(memory);
+    std::vector<uint32_t> pixels = CapturePixels(dc, x, y, width, height);
     ReleaseDC(window, dc);
+    // A copy that failed reads as no colour at all, so every comparison fails.
+    if (pixels.empty()) pixels.assign(static_cast<size_t>(width) * height, 0xFFFFFFFF);
     return pixels;
 }
 

@@ -9,11 +9,7 @@
 
 namespace tessellum::test {
 
-std::string SaveScreenshot(HWND window, const std::string& name) {
-    RECT area;
-    if (!GetWindowRect(window, &area)) return {};
-    const int width = area.right - area.left, height = area.bottom - area.top;
-    if (width <= 0 || height <= 0) return {};
+std::vector<uint32_t> CapturePixels(HDC dc, int x, int y, int width, int height) {
     BITMAPINFO info = {};
     info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
     info.bmiHeader.biWidth = width;
@@ -21,24 +17,37 @@ std::string SaveScreenshot(HWND window, const std::string& name) {
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HBITMAP section = CreateDIBSection(screen, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HDC memory = CreateCompatibleDC(dc);
+    HBITMAP section = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     HGDIOBJ old = SelectObject(memory, section);
-    const BOOL copied = BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    std::vector<unsigned char> rgb(static_cast<size_t>(width) * height * 3);
-    const auto* pixels = static_cast<const unsigned char*>(bits);
-    for (size_t i = 0; copied && i < rgb.size() / 3; ++i) {
-        rgb[3 * i] = pixels[4 * i + 2];
-        rgb[3 * i + 1] = pixels[4 * i + 1];
-        rgb[3 * i + 2] = pixels[4 * i];
+    std::vector<uint32_t> pixels;
+    if (BitBlt(memory, 0, 0, width, height, dc, x, y, SRCCOPY)) {
+        GdiFlush();
+        const auto* words = static_cast<const uint32_t*>(bits);
+        pixels.assign(words, words + static_cast<size_t>(width) * height);
+        for (uint32_t& word : pixels) word &= 0x00FFFFFF;
     }
     SelectObject(memory, old);
     DeleteObject(section);
     DeleteDC(memory);
+    return pixels;
+}
+
+std::string SaveScreenshot(HWND window, const std::string& name) {
+    RECT area;
+    if (!GetWindowRect(window, &area)) return {};
+    const int width = area.right - area.left, height = area.bottom - area.top;
+    if (width <= 0 || height <= 0) return {};
+    HDC screen = GetDC(nullptr);
+    const std::vector<uint32_t> pixels = CapturePixels(screen, area.left, area.top, width, height);
     ReleaseDC(nullptr, screen);
-    if (!copied) return {};
+    if (pixels.empty()) return {};
+    std::vector<unsigned char> rgb(pixels.size() * 3);
+    for (size_t i = 0; i < pixels.size(); ++i) {
+        rgb[3 * i] = static_cast<unsigned char>(pixels[i] >> 16);
+        rgb[3 * i + 1] = static_cast<unsigned char>(pixels[i] >> 8);
+        rgb[3 * i + 2] = static_cast<unsigned char>(pixels[i]);
+    }
     CreateDirectoryA((BuildDirectory() + "..\\screenshots").c_str(), nullptr);
     const std::string path = BuildDirectory() + "..\\screenshots\\" + name +
                              (sizeof(void*) == 8 ? "-x64" : "-x86") + ".png";
