@@ -16,9 +16,9 @@ source "$root/scripts/wine-env.sh"
 [ -d "$WINEPREFIX" ] || wine_prefix_fresh
 for arch in x64 x86; do
   echo "== host_run_bench ($arch)"
-  if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe")" = 1 ]; then
-    wine "$root/build/$arch/bench/host_run_bench.exe"
+  if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>/dev/null)" = 1 ]; then
+    wine_exec "$arch" "$root/build/$arch/bench/host_run_bench.exe"
   else
-    echo "skipped: Wine cannot run $arch programs here"
+    echo "skipped: $(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>&1 >/dev/null)"
   fi
 done

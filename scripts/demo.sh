@@ -20,6 +20,6 @@ else
   "$root/build/native/make-tile" --color "$tile" "$out/tile.params"
 fi
 # --repeat: the stored tile is laid at once, as a paint program's "repeat filter" does.
-wine "$root/build/x64/tessellum-host.exe" --params "$out/tile.params" --repeat \
+wine_exec x64 "$root/build/x64/tessellum-host.exe" --params "$out/tile.params" --repeat \
   --rect 60,80,420,560 "$root/build/x64/Tessellum.8bf" "$out/sample.png" "$out/result.png"
 echo "demo: the input is $out/sample.png, the result $out/result.png"

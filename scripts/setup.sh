@@ -40,29 +40,41 @@ fi
 update
 
 # A multi-arch library must have one version on both architectures. Where the i386
-# index lags the amd64 one (a stale security index), pin both to the version the i386
-# index has, and simulate again, until nothing is unmet.
-pins=()
-for round in 1 2 3 4 5; do
-  out=$(as_root apt-get install -s -t bookworm --no-install-recommends --allow-downgrades \
-    "${wine_set[@]}" "${pins[@]}" 2>&1)
-  if ! grep -q '^E:' <<<"$out"; then break; fi
-  libs=$(grep -oE '^ +[a-z0-9.+-]+(:i386)? : Depends: [a-z0-9.+-]+(:i386)? \(= ' <<<"$out" \
-    | sed -E 's/^ +([a-z0-9.+-]+)(:i386)? : Depends: ([a-z0-9.+-]+)(:i386)?.*/\1 \3/' \
-    | tr ' ' '\n' | sort -u)
-  found=0
-  for lib in $libs; do
-    case "$lib" in wine*|libwine) continue ;; esac
-    version=$(apt-cache madison "$lib:i386" 2>/dev/null | awk -F'|' 'NR==1{gsub(/ /,"",$2); print $2}')
-    [ -n "$version" ] || continue
-    if ! printf '%s\n' "${pins[@]}" | grep -qx "$lib=$version"; then
-      pins+=("$lib=$version" "$lib:i386=$version")
-      found=1
+# index lags the amd64 one (a stale security index), the resolver complains about the
+# library or about a package that needs it. Pin each such library, on both
+# architectures, to the newest version that both indexes offer, and simulate again
+# until nothing is unmet. A named package whose versions agree is looked into in turn,
+# since the library at fault may lie below it.
+source "$(dirname "$0")/apt-conflicts.sh"
+versions() { apt-cache madison "$1" 2>/dev/null | awk -F'|' '{gsub(/ /,"",$2); print $2}'; }
+common_version() {  # the newest version of LIB that both architectures' indexes offer
+  local v
+  for v in $(versions "$1:i386"); do
+    versions "$1:amd64" | grep -qxF "$v" && { echo "$v"; return; }
+  done
+}
+pins=() examined=" "
+simulate() { as_root apt-get install -s -t bookworm --no-install-recommends --allow-downgrades "$@" "${pins[@]}" 2>&1; }
+queue=$(simulate "${wine_set[@]}" | apt_conflicting_libraries)
+for round in 1 2 3 4 5 6 7 8; do
+  [ -n "$queue" ] || break
+  next=""
+  for lib in $queue; do
+    case "$examined" in *" $lib "*) continue ;; esac
+    examined+="$lib "
+    # The amd64 copy as installed, or as it would be: is that version there for i386?
+    have=$(dpkg-query -W -f='${Version}' "$lib:amd64" 2>/dev/null)
+    [ -n "$have" ] || have=$(versions "$lib:amd64" | head -n 1)
+    if [ -n "$have" ] && ! versions "$lib:i386" | grep -qxF "$have"; then
+      version=$(common_version "$lib")
+      [ -n "$version" ] && pins+=("$lib=$version" "$lib:i386=$version")
+    else
+      next+=" $(simulate "$lib:i386" | apt_conflicting_libraries | tr '\n' ' ')"
     fi
   done
-  [ "$found" = 1 ] || break
-  log "pinning ${pins[*]}"
+  queue=$next
 done
+[ ${#pins[@]} -gt 0 ] && log "pinning ${pins[*]}"
 log "installing Wine for x64 and x86"
 if ! as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq -t bookworm \
   --no-install-recommends --allow-downgrades "${wine_set[@]}" "${pins[@]}" >/dev/null; then

@@ -12,6 +12,7 @@ rm -rf "$logs" && mkdir -p "$logs" "$root/build/screenshots"
 
 ctest --test-dir "$root/build/native" -j"$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
 xvfb-run -a -s "-screen 0 1280x1024x24" bash "$root/scripts/windows-tests.sh" "$logs"
+windows_status=$?
 
 # A short fuzzing round of the library reader on its seed corpus (longer: see README).
 echo "test: fuzzing the library reader for ${TESSELLUM_FUZZ_SECONDS:-60} seconds"
@@ -42,6 +43,10 @@ for tree in native x64 x86; do
 done
 passed=$((passed + 1 - fuzz_failed))
 failed=$((failed + fuzz_failed))
+if [ "$windows_status" != 0 ]; then
+  echo "test: FAILED: the x64 plug-in did not run under Wine (see the 'wine:' line above)"
+  failed=$((failed + 1))
+fi
 echo "screenshots: $root/build/screenshots"
 echo "tests: $passed passed, $failed failed, $skipped skipped"
 [ "$failed" = 0 ]

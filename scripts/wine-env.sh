@@ -1,22 +1,99 @@
 # Sourced by the scripts that run Windows programs: a private Wine prefix inside the
-# build tree, so nothing touches the user's own prefix or registry, and a check of
-# which architectures Wine really runs here.
+# build tree, so nothing touches the user's own prefix or registry, and each program
+# started by the loader of its own architecture. Debian's `wine` script starts the
+# 32-bit loader whenever wine32 is installed, so on a kernel that cannot run 32-bit
+# programs it cannot start even a 64-bit one: nothing here goes through it.
 root=${root:?}
 export WINEPREFIX="$root/build/wineprefix"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
+# The loaders; a test may point one at a stand-in.
+: "${TESSELLUM_WINE_LOADER_X64:=/usr/lib/wine/wine64}"
+: "${TESSELLUM_WINE_LOADER_X86:=/usr/lib/wine/wine}"
 
-# wine_prefix_fresh: a new, empty prefix (once per test run).
-wine_prefix_fresh() {
-  wineserver -k 2>/dev/null || true
-  rm -rf "$WINEPREFIX"
-  wineboot -i >/dev/null 2>&1 || true
-  # No window manager runs on the virtual screen: Wine draws captions and frames itself.
-  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 || true
-  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Decorated /d N /f >/dev/null 2>&1 || true
+# wine_loader ARCH: the loader of ARCH (x64 or x86).
+wine_loader() {
+  case "$1" in
+    x64) echo "$TESSELLUM_WINE_LOADER_X64" ;;
+    x86) echo "$TESSELLUM_WINE_LOADER_X86" ;;
+    *) echo "wine-env: unknown architecture $1" >&2; return 2 ;;
+  esac
 }
 
-# wine_probe ARCH PROGRAM: 1 if Wine runs PROGRAM (built for ARCH) here, else 0.
+# wine_exec ARCH PROGRAM [ARGUMENTS...]: PROGRAM under the loader of ARCH. WINELOADER
+# keeps the programs Wine starts by itself on the same loader.
+wine_exec() {
+  local loader
+  loader=$(wine_loader "$1") || return 2
+  shift
+  WINELOADER="$loader" "$loader" "$@"
+}
+
+# wine_server [ARGUMENTS...]: the Wine server, 64-bit where it is installed.
+wine_server() {
+  local server
+  for server in /usr/lib/wine/wineserver64 /usr/lib/wine/wineserver32; do
+    [ -x "$server" ] && { "$server" "$@"; return; }
+  done
+  return 1
+}
+
+# wine_prefix_fresh: a new, empty prefix (once per test run), made by the 64-bit loader.
+wine_prefix_fresh() {
+  wine_server -k 2>/dev/null || true
+  rm -rf "$WINEPREFIX"
+  wine_exec x64 wineboot.exe -i >/dev/null 2>&1 || true
+  # No window manager runs on the virtual screen: Wine draws captions and frames itself.
+  local value
+  for value in Managed Decorated; do
+    wine_exec x64 reg.exe add 'HKCU\Software\Wine\X11 Driver' /v "$value" /d N /f \
+      >/dev/null 2>&1 || true
+  done
+}
+
+# wine_probe ARCH PROGRAM: prints 1 if the loader of ARCH runs PROGRAM (built for ARCH)
+# here, else 0; the reason for a 0 goes to standard error.
 wine_probe() {
-  if command -v wine >/dev/null && wine "$2" --help >/dev/null 2>&1; then echo 1; else echo 0; fi
+  local loader out status
+  loader=$(wine_loader "$1") || { echo 0; return; }
+  if [ ! -x "$loader" ]; then
+    echo "the $1 loader $loader is not installed" >&2
+    echo 0
+    return
+  fi
+  out=$(wine_exec "$1" "$2" --help 2>&1)
+  status=$?
+  if [ "$status" = 0 ]; then
+    echo 1
+  elif [ "$status" = 126 ] || grep -q 'Exec format error' <<<"$out"; then
+    echo "this kernel cannot run $1 programs ($loader: Exec format error)" >&2
+    echo 0
+  else
+    echo "$loader failed with exit $status: $(head -n 1 <<<"$out")" >&2
+    echo 0
+  fi
+}
+
+# wine_check_architectures X64_PROGRAM X86_PROGRAM: probes each loader on its own, says
+# what it found and exports TESSELLUM_WINE_X64 and TESSELLUM_WINE_X86. Fails when x64
+# programs cannot run: that is what current hosts load, and a run whose Windows half
+# did not run is no pass.
+wine_check_architectures() {
+  local why
+  why=$(mktemp)
+  export TESSELLUM_WINE_X86=$(wine_probe x86 "$2" 2>"$why")
+  if [ "$TESSELLUM_WINE_X86" = 1 ]; then
+    echo "wine: x86 programs run ($(wine_loader x86))"
+  else
+    echo "wine: x86 programs cannot run here, so the x86 runtime tests are skipped: $(cat "$why")"
+  fi
+  export TESSELLUM_WINE_X64=$(wine_probe x64 "$1" 2>"$why")
+  if [ "$TESSELLUM_WINE_X64" = 1 ]; then
+    echo "wine: x64 programs run ($(wine_loader x64))"
+  else
+    echo "wine: FAILED: x64 programs cannot run here, so the plug-in that current hosts" \
+      "load is untested: $(cat "$why")"
+  fi
+  rm -f "$why"
+  [ "$TESSELLUM_WINE_X64" = 1 ]
 }

@@ -18,7 +18,16 @@ if(WIN32)
     COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/host_command_line_test.sh
       ${CMAKE_SOURCE_DIR}/scripts/wine-run ${TESSELLUM_ARCH} ${CMAKE_BINARY_DIR})
   set_tests_properties(${TESSELLUM_ARCH}.host_command_line PROPERTIES SKIP_RETURN_CODE 77)
+  # The scripts start each architecture with its own loader; x64 must run.
+  if(TESSELLUM_ARCH STREQUAL "x64")
+    add_test(NAME x64.wine_loaders
+      COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/scripts/wine_loaders_test.sh ${CMAKE_SOURCE_DIR}
+        ${CMAKE_BINARY_DIR}/tessellum-host.exe ${CMAKE_BINARY_DIR}/../x86/tessellum-host.exe)
+  endif()
 else()
+  # The set-up's reading of the package resolver's complaints.
+  add_test(NAME native.apt_conflicts
+    COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/scripts/apt_conflicts_test.sh)
   tessellum_native_test(band_fill_test
     SOURCES band_fill_test.cpp filter_run_test.cpp
     LIBS tessellum_run)
