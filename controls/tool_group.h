@@ -1,17 +1,16 @@
 // The three drawing tools of the pattern editor, side by side: pencil, dropper, eraser.
-// The selected tool shows its second picture (white on black).
+// The selected tool shows its second picture (white on black); its index is an EditorTool.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
 
+#include "controls/editor_tool.h"
 #include "controls/toggle_image_button.h"
 #include "controls/tool_row.h"
 
 namespace tessellum {
-
-enum ToolIndex : uint32_t { kToolPencil = 0, kToolDropper = 1, kToolEraser = 2 };
 
 class ToolGroup : public ToolRow<ToggleImageButton> {
 public:

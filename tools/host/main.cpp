@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/host/filter_host.h"
+#include "tools/host/host_window.h"
 #include "tools/host/image.h"
 #include "tools/host/parameters_file.h"
 
@@ -181,8 +182,11 @@ int Run(const Arguments& a) {
         return 0;
     }
     FilterSession session(plugin);
+    // The paint program's window: the parent of the plug-in's dialogs.
+    Arguments run = a;
+    run.run.parent = MakeHostWindow("tessellum-host - " + a.files[0]);
     if (a.about) {
-        const int16_t result = session.About(nullptr);
+        const int16_t result = session.About(run.run.parent);
         std::printf("About: result %s\n", DescribeResult(result).c_str());
         return result == 0 ? 0 : 1;
     }
@@ -204,7 +208,8 @@ int Run(const Arguments& a) {
                      a.params.c_str());
         return 2;
     }
-    const RunReport report = session.Run(image, a.run);
+    const RunReport report = session.Run(image, run.run);
+    DestroyWindow(run.run.parent);
     if (a.trace) PrintTrace(report);
     // The host keeps the parameters whatever the outcome, as a paint program does.
     if (!a.params.empty() && session.parametersHandle()) {

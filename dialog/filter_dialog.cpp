@@ -1,0 +1,387 @@
+#include "dialog/filter_dialog.h"
+
+#include <commctrl.h>
+
+#include <cstring>
+
+#include "color/allocate.h"
+#include "color/web_safe.h"
+#include "controls/small_bitmap_table.h"
+#include "controls/pattern_painters.h"
+#include "dialog/dialog_logic.h"
+#include "host/dll_instance.h"
+#include "resources/resource_ids.h"
+#include "storage/settings.h"
+
+namespace tessellum {
+
+FilterDialog* activeDialog = nullptr;
+
+namespace {
+
+RECT OuterRect(HWND parent, HWND control) {
+    RECT rect = {};
+    GetWindowRect(control, &rect);
+    POINT corners[2] = {{rect.left, rect.top}, {rect.right, rect.bottom}};
+    ScreenToClient(parent, &corners[0]);
+    ScreenToClient(parent, &corners[1]);
+    return {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+}
+
+// Runs one step of the start under its own handler: false when it threw.
+template <typename Step>
+bool Guarded(Step step) {
+    try {
+        step();
+        return true;
+    } catch (ErrorCode) {
+        return false;
+    }
+}
+
+}  // namespace
+
+int32_t ControlLeft(HWND parent, HWND control) { return OuterRect(parent, control).left; }
+int32_t ControlTop(HWND parent, HWND control) { return OuterRect(parent, control).top; }
+int32_t ControlRight(HWND parent, HWND control) { return OuterRect(parent, control).right; }
+int32_t ControlBottom(HWND parent, HWND control) { return OuterRect(parent, control).bottom; }
+
+FilterDialog::FilterDialog(HWND parent) : parentWindow(parent) {
+    activeDialog = this;
+    currentPattern = &workPattern;
+    resultPattern = &workPattern;
+    sizing = ReadSizing() ? 1 : 0;
+}
+
+FilterDialog::~FilterDialog() {
+    if (library) {
+        try {
+            libraryFile->WriteLibrary(library.get(), libraryPath);
+        } catch (ErrorCode) {
+            // A library that cannot be saved is given up without a word.
+        }
+    }
+    if (smallBitmapsLoaded) FreeSmallBitmaps();
+    WriteSizing(sizing != 0);
+    toolGroup.reset();
+    previewBitmap.reset();
+    pickerBitmap.reset();
+    colorPair.reset();
+    foreBackBox.reset();
+    listFile.reset();
+    sliderPanel.reset();
+    gridEditor.reset();
+    libraryFile.reset();
+    swatchGrid.reset();
+    webSafePalette.reset();
+    splitColorBox.reset();
+    cursors.reset();
+    library.reset();
+    for (int role = 0; role < 3; ++role) {
+        HMENU copy = menuCopies[role];
+        if (copy == nullptr) continue;
+        for (HMENU& same : menuCopies)
+            if (same == copy) same = nullptr;
+        DestroyMenu(copy);
+    }
+}
+
+bool FilterDialog::RunModal() {
+    return DialogBoxParamA(hDllInstance, MAKEINTRESOURCEA(IDD_MAIN), parentWindow, MainDialogProc,
+                           0) == 1;
+}
+
+void FilterDialog::AbortDialog() { EndDialog(dialogWindow, 2); }
+
+HMENU FilterDialog::FreshSubmenu(int index) {
+    HMENU copy = LoadMenuA(hDllInstance, MAKEINTRESOURCEA(IDR_MENUS));
+    if (copy == nullptr) throw ErrNoMemory;
+    menuBar = copy;
+    HMENU old = menuCopies[index];
+    menuCopies[index] = copy;
+    bool stillUsed = false;
+    for (HMENU other : menuCopies) stillUsed = stillUsed || other == old;
+    if (old != nullptr && !stillUsed) DestroyMenu(old);
+    return GetSubMenu(copy, index);
+}
+
+void FilterDialog::InitDialog(HWND window) {
+    // 1. The dialog and the place of the main preview.
+    dialogWindow = window;
+    HWND placeholder = Item(IDC_PREVIEW_PLACE);
+    const RECT place = OuterRect(dialogWindow, placeholder);
+    previewLeft = place.left;
+    previewTop = place.top;
+    std::memset(&workPattern, 0, sizeof workPattern);
+
+    // 2. The preview's bitmap and the small pictures of the slider panel.
+    if (!Guarded([&] {
+            previewBitmap.reset(NewOrThrow<OffscreenBitmap>(dialogWindow, place.right - place.left,
+                                                            place.bottom - place.top, true));
+            previewBitmap->PaintInsetFrame();
+            LoadSmallBitmaps(dialogWindow);
+            smallBitmapsLoaded = 1;
+        }))
+        return AbortDialog();
+
+    // 3. The two tabs. A tab that cannot be inserted ends the dialog once this is done.
+    HWND tabs = Item(IDC_TABS);
+    const char* tabNames[2] = {"Color Picker", "Pattern Fill"};
+    for (int index = 0; index < 2; ++index) {
+        TCITEMA item = {};
+        item.mask = TCIF_TEXT | TCIF_IMAGE;
+        item.iImage = -1;
+        item.pszText = const_cast<char*>(tabNames[index]);
+        if (SendMessageA(tabs, TCM_INSERTITEMA, index, reinterpret_cast<LPARAM>(&item)) == -1)
+            AbortDialog();
+    }
+
+    // 4. The pages, children of the tab control.
+    colorPickerPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_COLOR_PICKER), tabs,
+                                         ColorPickerPageProc, 0);
+    patternFillPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_PATTERN_FILL), tabs,
+                                         PatternFillPageProc, 0);
+    if (colorPickerPage == nullptr || patternFillPage == nullptr) return AbortDialog();
+
+    auto placeIn = [](HWND page, int id) { return OuterRect(page, GetDlgItem(page, id)); };
+    // 5 to 11: cursors, the list file and the controls of both pages.
+    if (!Guarded([&] {
+            cursors.reset(NewOrThrow<CursorSet>());
+            cursors->Load();
+        }) ||
+        !Guarded([&] { listFile.reset(NewOrThrow<ListFile>()); }) || !Guarded([&] {
+            const RECT tools = placeIn(patternFillPage, IDC_TOOL_PLACE);
+            const uint32_t primary[3] = {IDB_PENCIL, IDB_DROPPER, IDB_ERASER};
+            const uint32_t secondary[3] = {IDB_PENCIL_SELECTED, IDB_DROPPER_SELECTED,
+                                           IDB_ERASER_SELECTED};
+            toolGroup.reset(NewOrThrow<ToolGroup>(patternFillPage, tools.left, tools.top,
+                                                  hDllInstance, primary, secondary));
+        }) ||
+        !Guarded([&] {
+            const RECT box = placeIn(colorPickerPage, IDC_SPLIT_BOX_PLACE);
+            const int32_t width = box.right - box.left;
+            splitColorBox.reset(NewOrThrow<SplitColorBox>(colorPickerPage, box.left, box.top,
+                                                          width, width, 0, 0, 0));
+            splitColorBox->Bitmap().PaintInsetFrame();
+        }) ||
+        !Guarded([&] {
+            const RECT pair = placeIn(patternFillPage, IDC_COLOR_PAIR_PLACE);
+            colorPair.reset(NewOrThrow<ColorPairControl>(patternFillPage, hDllInstance, pair.left,
+                                                         pair.top, 80, 40, 12));
+            colorPair->SetRegistryKey("Tessellum", "1.x");
+        }) ||
+        !Guarded([&] {
+            const RECT label = placeIn(colorPickerPage, IDC_FORE_BACK_PLACE);
+            foreBackBox.reset(
+                NewOrThrow<ForeBackBox>(colorPickerPage, label.left - 28, label.top, 22, 15));
+        }) ||
+        !Guarded([&] {
+            const RECT picker = placeIn(colorPickerPage, IDC_PICKER_PLACE);
+            const uint32_t width = picker.right - picker.left;
+            pickerBitmap.reset(NewOrThrow<OffscreenBitmap>(colorPickerPage, width, width, true));
+            pickerBitmap->PaintInsetFrame();
+        }) ||
+        // 12. The sliders; only their construction runs under the handler.
+        !Guarded([&] { sliderPanel.reset(NewOrThrow<RgbSliderPanel>(colorPickerPage, 11)); }))
+        return AbortDialog();
+    const RECT sliders = placeIn(colorPickerPage, IDC_SLIDER_PLACE);
+    sliderPanel->SetPosition(sliders.left + 38, sliders.top + 20, 25);
+    sliderPanel->SetEnabled(true, true);
+    sliderPanel->SetBackground(191, 191, 191, 355, 100);
+
+    // 13 to 16: the editor, the library, the swatches and the web-safe palette.
+    if (!Guarded([&] {
+            const RECT editor = placeIn(patternFillPage, IDC_EDITOR_PLACE);
+            gridEditor.reset(NewOrThrow<GridEditor>(patternFillPage, &currentPattern, editor.left,
+                                                    editor.top));
+            gridEditor->SetForeColor(0, 0, 0);
+            gridEditor->SetBackColor(255, 255, 255);
+        }) ||
+        !Guarded([&] {
+            ReadPluginPath(libraryPath);
+            std::strncat(libraryPath, kLibraryFileName,
+                         sizeof libraryPath - std::strlen(libraryPath) - 1);
+            libraryFile.reset(NewOrThrow<LibraryFile>());
+            try {
+                library.reset(libraryFile->ReadLibrary(libraryPath));
+            } catch (ErrorCode code) {
+                // Short of memory the file is not the fault: end as cancelled, so that
+                // the user's library is neither emptied nor put aside.
+                if (code == ErrNoMemory) throw;
+                library.reset(NewOrThrow<ColorLibrary>());
+            }
+        }) ||
+        !Guarded([&] {
+            const RECT swatches = placeIn(patternFillPage, IDC_SWATCH_PLACE);
+            swatchGrid.reset(
+                NewOrThrow<SwatchGrid>(patternFillPage, swatches.left, swatches.top, 8, 10));
+            swatchGrid->SelectFirst();
+        }) ||
+        !Guarded([&] { webSafePalette.reset(NewOrThrow<Palette>(256)); }) ||
+        webSafePalette->Count() != 256)
+        return AbortDialog();
+
+    // 17. The popup menus, outside any handler: a failure reaches the procedure's edge.
+    menuBar = LoadMenuA(hDllInstance, MAKEINTRESOURCEA(IDR_MENUS));
+    if (menuBar == nullptr) throw ErrNoMemory;
+    for (HMENU& copy : menuCopies) copy = menuBar;
+    listMenu = GetSubMenu(menuBar, 0);
+    paletteMenu = GetSubMenu(menuBar, 1);
+    gridMenu = GetSubMenu(menuBar, 2);
+    built = true;
+
+    // 18 to 24: the Pattern in force, the library shown, the host's colours, the size.
+    SetGridSize(2, 0);
+    FillWebSafeTable(webSafePalette->Colors());
+    if (library->colorLists->Count() > 0) selectedList = 0;
+    RefreshLists();
+    RefreshPalettes();
+    ApplyPalette();
+    RefreshGridMenu();
+    SetPickerColor(hostForeColor.red, hostForeColor.green, hostForeColor.blue);
+    foreBackBox->SetFront(hostForeColor.red, hostForeColor.green, hostForeColor.blue);
+    foreBackBox->SetBack(hostBackColor.red, hostBackColor.green, hostBackColor.blue);
+    ApplySizing();
+    SetActiveTab(activeTab);
+    RefreshDialog();
+}
+
+Pattern* FilterDialog::CurrentPattern() {
+    ResolveCurrentPattern();
+    return currentPattern;
+}
+
+uint8_t FilterDialog::CurrentGridSize() {
+    ResolveCurrentPattern();
+    return currentGridSize;
+}
+
+void FilterDialog::RefreshDialog() {
+    if (!built) return;  // a start that failed paints nothing
+    DrawMainPreview();
+    if (activeTab == 0)
+        ShowColorPickerPage();
+    else
+        ShowPatternFillPage();
+}
+
+void FilterDialog::DrawMainPreview() {
+    const Pattern* pattern = CurrentPattern();
+    DrawTilePreview(previewBitmap->bits, previewBitmap->width, previewBitmap->height, pattern,
+                    workGridSize);
+    previewBitmap->Blit(previewLeft, previewTop, 0, 0, previewBitmap->width, previewBitmap->height);
+}
+
+void FilterDialog::SetActiveTab(int32_t index) {
+    activeTab = index;
+    if (index == 0) LoadSlidersFromPattern();
+    RefreshDialog();
+}
+
+void FilterDialog::ToggleSizing() {
+    sizing = sizing ? 0 : 1;
+    ApplySizing();
+}
+
+void FilterDialog::ApplySizing() {
+    RECT outer = {}, client = {};
+    GetWindowRect(dialogWindow, &outer);
+    GetClientRect(dialogWindow, &client);
+    HWND reference = Item(sizing ? IDC_TABS : IDC_SIZING);
+    const int32_t width = SizedOuterWidth(ControlRight(dialogWindow, reference),
+                                          outer.right - outer.left, client.right - client.left);
+    SetWindowPos(dialogWindow, nullptr, 0, 0, width, outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+    RefreshDialog();
+}
+
+void FilterDialog::ShowListMenu() {
+    RECT outer = {};
+    GetWindowRect(dialogWindow, &outer);
+    TrackPopupMenuEx(listMenu, TPM_CENTERALIGN, outer.left + 50, outer.top + 20, dialogWindow,
+                     nullptr);
+}
+
+void FilterDialog::ShowGridSizeMenu() {
+    RECT button = {};
+    GetWindowRect(GetDlgItem(patternFillPage, IDC_GRID_BUTTON), &button);
+    TrackPopupMenuEx(gridMenu, TPM_CENTERALIGN, button.left, button.top, patternFillPage, nullptr);
+}
+
+void FilterDialog::ShowPaletteMenu() {
+    RECT button = {};
+    GetWindowRect(GetDlgItem(patternFillPage, IDC_PALETTE_BUTTON), &button);
+    TrackPopupMenuEx(paletteMenu, TPM_CENTERALIGN, button.left, button.top, patternFillPage,
+                     nullptr);
+}
+
+void FilterDialog::ShowPage(HWND show, HWND hide) {
+    RECT tabs = {};
+    GetClientRect(Item(IDC_TABS), &tabs);
+    ShowWindow(hide, SW_HIDE);
+    SetWindowPos(show, nullptr, 5, 25, tabs.right - 10, tabs.bottom - 30, SWP_NOZORDER);
+}
+
+namespace {
+
+// The main dialog's commands; false for an id it does not know.
+bool MainCommand(FilterDialog& dialog, HWND window, int id, int code) {
+    if (IsListCommand(id)) {
+        dialog.SelectList(id);
+        return true;
+    }
+    switch (id) {
+        case IDOK: EndDialog(window, 1); return true;
+        case IDCANCEL: EndDialog(window, 2); return true;
+        case IDC_SIZING: dialog.ToggleSizing(); return true;
+        case IDC_LIST_BUTTON: dialog.ShowListMenu(); return true;
+        case IDC_COLOR_BOX:
+            if (code == LBN_SELCHANGE) dialog.ColorSelectionChanged();
+            return true;
+        // Making, naming and deleting lists and colours, and the list files, are taken
+        // here and do nothing yet.
+        case IDC_NAME_COLOR:
+        case IDC_NEW_COLOR:
+        case IDM_NEW_LIST:
+        case IDM_NAME_LIST:
+        case IDM_DELETE_LIST:
+        case IDM_IMPORT_LIST:
+        case IDM_EXPORT_LIST: return true;
+        default: return false;
+    }
+}
+
+INT_PTR MainDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    FilterDialog& dialog = *activeDialog;
+    switch (message) {
+        case WM_INITDIALOG: dialog.InitDialog(window); return 0;
+        case WM_PAINT: dialog.RefreshDialog(); return 0;
+        case WM_VKEYTOITEM: return LOWORD(wParam) == VK_DELETE ? -2 : -1;
+        case WM_NOTIFY: {
+            const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
+            if (header->idFrom == IDC_TABS && header->code == static_cast<UINT>(TCN_SELCHANGE))
+                dialog.SetActiveTab(static_cast<int32_t>(
+                    SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0)));
+            return 1;
+        }
+        case WM_COMMAND:
+            return MainCommand(dialog, window, LOWORD(wParam), HIWORD(wParam)) ? 1 : 0;
+        default: return 0;
+    }
+}
+
+}  // namespace
+
+// A failure while the dialog runs (a picture that cannot be drawn) ends here, with the
+// message dropped: nothing may unwind into the dialog manager or the host.
+INT_PTR CALLBACK MainDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        return MainDispatch(window, message, wParam, lParam);
+    } catch (...) {
+        // A start that fails past its guarded steps ends as cancelled, never half-made.
+        if (message == WM_INITDIALOG) EndDialog(window, 2);
+        return message == WM_VKEYTOITEM ? -1 : 0;
+    }
+}
+
+}  // namespace tessellum
