@@ -104,6 +104,9 @@ void LibraryFile::WriteLibrary(const ColorLibrary* library, const char* path) {
     std::unique_ptr<char[]> asidePath;
     if (keepAsideOnSave) asidePath = PathWithSuffix(path, kKeptAsideSuffix);
 
+    // The library's folder may not exist yet (the default one rarely does): a missing
+    // folder must not drop the user's lists.
+    system_io::MakeFolderOf(path);
     SetName(savingPath.get());
     try {
         Open(kOpenWrite);

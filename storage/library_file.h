@@ -31,7 +31,8 @@ public:
     // file is closed and the code is thrown on.
     ColorLibrary* ReadLibrary(const char* path);
 
-    // Null library: returns at once and touches no file. Otherwise writes the library
+    // Null library: returns at once and touches no file. Otherwise makes the missing
+    // folders above path, then writes the library
     // beside path and renames it over path only when it is complete, committed and
     // closed; a failure removes the partial file and leaves path as it was. If the last
     // load refused the file at path, that file is first renamed to path + ".bak".

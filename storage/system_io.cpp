@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #ifdef _WIN32
+#include <direct.h>
 #include <io.h>
 #include <windows.h>
 #else
@@ -90,6 +91,10 @@ bool FileExists(const char* path) {
     return _access(path, 0) == 0;
 }
 
+int MakeDirectory(const char* path) {
+    return _mkdir(path);
+}
+
 #else
 
 namespace {
@@ -157,7 +162,25 @@ bool FileExists(const char* path) {
     return access(path, F_OK) == 0;
 }
 
+int MakeDirectory(const char* path) {
+    return mkdir(path, 0777);
+}
+
 #endif
+
+void MakeFolderOf(const char* path) {
+    // Each folder from the root down; those that exist fail harmlessly.
+    char folder[4096];
+    for (size_t i = 0; path[i] != '\0' && i + 1 < sizeof folder; ++i) {
+        folder[i] = path[i];
+        const bool separator = path[i] == '/' || path[i] == '\\';
+        if (separator && i > 0 && folder[i - 1] != ':') {
+            folder[i] = '\0';
+            MakeDirectory(folder);
+            folder[i] = path[i];
+        }
+    }
+}
 
 ReadCall activeRead = ReadDescriptor;
 WriteCall activeWrite = WriteDescriptor;

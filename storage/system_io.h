@@ -34,6 +34,10 @@ int CommitDescriptor(int fd);
 int MoveReplacing(const char* from, const char* to);
 int RemoveFile(const char* path);
 bool FileExists(const char* path);
+int MakeDirectory(const char* path);
+// Makes every missing folder above the file `path`; a failure shows when the file is
+// opened.
+void MakeFolderOf(const char* path);
 
 }  // namespace system_io
 }  // namespace tessellum

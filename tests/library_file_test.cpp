@@ -156,6 +156,11 @@ TEST_F(LibraryFileTest, SaveAndLoadKeepEverything) {
     const Library back = Load();
     EXPECT_EQ(test::CompareLibraries(*library, *back), "");
     EXPECT_EQ(Save(*back), saved);
+
+    // The folders of a library that does not exist yet are made by the save.
+    const std::string nested = dir.Path("new/deeper/Tessellum.dat");
+    file.WriteLibrary(back.get(), nested.c_str());
+    EXPECT_EQ(ReadWholeFile(nested), saved);
 }
 
 // A write that fails at any point leaves the previous library byte for byte, no partial
