@@ -1,0 +1,163 @@
+#include "tests/dialog/dialog_driver.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/support/screenshot.h"
+#include "tools/host/host_window.h"
+
+namespace tessellum::test {
+
+LRESULT DialogDriver::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendMessageA(window, message, wParam, lParam);
+}
+
+void DialogDriver::Settle() const {
+    // Posted repaints arrive after the erase; a sent message returns only once the
+    // dialog's thread is back in its loop, after what was waiting before it.
+    for (int round = 0; round < 3; ++round) {
+        Sleep(30);
+        Send(dialog, WM_NULL);
+    }
+}
+
+void DialogDriver::Press(HWND parent, int id) const {
+    Send(GetDlgItem(parent, id), BM_CLICK);
+    Settle();
+}
+
+void DialogDriver::Command(HWND window, int id) const {
+    Send(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+    Settle();
+}
+
+void DialogDriver::Mouse(HWND page, UINT message, int x, int y) const {
+    const WPARAM keys = message == WM_LBUTTONUP ? 0 : (message == WM_LBUTTONDOWN ? MK_LBUTTON : 0);
+    Send(page, message, keys, MAKELPARAM(x, y));
+}
+
+void DialogDriver::Click(HWND page, int x, int y) const {
+    Mouse(page, WM_LBUTTONDOWN, x, y);
+    Mouse(page, WM_LBUTTONUP, x, y);
+    Settle();
+}
+
+void DialogDriver::ChooseTab(int index) const {
+    RECT item = {};
+    Send(tabs, TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item));
+    const LPARAM point = MAKELPARAM((item.left + item.right) / 2, (item.top + item.bottom) / 2);
+    Send(tabs, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    Send(tabs, WM_LBUTTONUP, 0, point);
+    Settle();
+}
+
+void DialogDriver::SelectRow(int row) const {
+    HWND box = GetDlgItem(dialog, 1026);
+    RECT item = {};
+    Send(box, LB_GETITEMRECT, row, reinterpret_cast<LPARAM>(&item));
+    const LPARAM point = MAKELPARAM(item.left + 4, (item.top + item.bottom) / 2);
+    Send(box, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    Send(box, WM_LBUTTONUP, 0, point);
+    Settle();
+}
+
+std::string DialogDriver::Text(HWND parent, int id) const {
+    char text[512] = {};
+    GetWindowTextA(GetDlgItem(parent, id), text, sizeof text);
+    return text;
+}
+
+bool DialogDriver::Visible(HWND parent, int id) const {
+    return IsWindowVisible(GetDlgItem(parent, id)) != FALSE;
+}
+
+RECT DialogDriver::Place(HWND parent, int id) const {
+    RECT rect = {};
+    GetWindowRect(GetDlgItem(parent, id), &rect);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+std::vector<std::string> DialogDriver::Rows() const {
+    HWND box = GetDlgItem(dialog, 1026);
+    std::vector<std::string> rows;
+    const LRESULT count = Send(box, LB_GETCOUNT);
+    for (LRESULT row = 0; row < count; ++row) {
+        char text[300] = {};
+        Send(box, LB_GETTEXT, row, reinterpret_cast<LPARAM>(text));
+        rows.emplace_back(text);
+    }
+    return rows;
+}
+
+int DialogDriver::SelectedRow() const {
+    return static_cast<int>(Send(GetDlgItem(dialog, 1026), LB_GETCURSEL));
+}
+
+int DialogDriver::OuterWidth() const {
+    RECT rect = {};
+    GetWindowRect(dialog, &rect);
+    return rect.right - rect.left;
+}
+
+uint32_t DialogDriver::Pixel(HWND window, int x, int y) const {
+    POINT point = {x, y};
+    ClientToScreen(window, &point);
+    HDC screen = GetDC(nullptr);
+    const std::vector<uint32_t> pixels = CapturePixels(screen, point.x, point.y, 1, 1);
+    ReleaseDC(nullptr, screen);
+    return pixels.empty() ? 0xFFFFFFFF : pixels[0];
+}
+
+void DialogDriver::Screenshot(const std::string& name) const {
+    EXPECT_FALSE(SaveScreenshot(dialog, name).empty()) << name;
+}
+
+namespace {
+
+HWND FindPage(HWND tabs, int idInside) {
+    for (HWND child = GetWindow(tabs, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (GetDlgItem(child, idInside)) return child;
+    return nullptr;
+}
+
+}  // namespace
+
+host::RunReport RunWithDialog(host::FilterSession& session, host::Image& image,
+                              host::RunOptions options,
+                              const std::function<void(DialogDriver&)>& scenario) {
+    options.parent = host::MakeHostWindow("dialog test");
+    const DWORD testThread = GetCurrentThreadId();
+    bool appeared = false;
+    std::atomic<bool> finished{false};
+    std::thread driving([&] {
+        DialogDriver driver;
+        for (int i = 0; i < 500 && !driver.dialog && !finished; ++i) {
+            HWND found = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
+            if (found && IsWindowVisible(found) &&
+                GetWindowThreadProcessId(found, nullptr) == testThread)
+                driver.dialog = found;
+            else
+                Sleep(20);
+        }
+        if (!driver.dialog) return;
+        appeared = true;
+        driver.tabs = GetDlgItem(driver.dialog, 1008);
+        driver.picker = FindPage(driver.tabs, 1030);
+        driver.pattern = FindPage(driver.tabs, 1016);
+        driver.Settle();
+        scenario(driver);
+        if (IsWindow(driver.dialog)) PostMessageA(driver.dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    host::RunReport report = session.Run(image, options);
+    finished = true;
+    driving.join();
+    DestroyWindow(options.parent);
+    EXPECT_TRUE(appeared) << "the dialog did not come up";
+    return report;
+}
+
+}  // namespace tessellum::test

@@ -1,0 +1,53 @@
+// The main dialog driven as a user drives it, from a second thread while the real plug-in
+// runs the real modal dialog in our host's session on the test's thread: clicks and keys
+// are window messages to the real windows, and what a user would see is read back from
+// them (texts, list rows, visibility, pixels on the screen).
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/host/filter_host.h"
+
+namespace tessellum::test {
+
+class DialogDriver {
+public:
+    HWND dialog = nullptr;
+    HWND tabs = nullptr;
+    HWND picker = nullptr;   // the Color Picker page
+    HWND pattern = nullptr;  // the Pattern Fill page
+
+    // Sends a message and waits until the dialog's thread has handled it.
+    LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    // Lets posted messages (the repaint after an erase) arrive and be handled.
+    void Settle() const;
+
+    void Press(HWND parent, int id) const;  // a click on a push button
+    void Command(HWND window, int id) const;  // as a menu item sends it
+    void Mouse(HWND page, UINT message, int x, int y) const;
+    void Click(HWND page, int x, int y) const;  // down and up
+    void ChooseTab(int index) const;  // a click on the tab
+    void SelectRow(int row) const;    // a click on a row of the colour list box
+
+    std::string Text(HWND parent, int id) const;
+    bool Visible(HWND parent, int id) const;
+    RECT Place(HWND parent, int id) const;  // the control's outer rectangle in parent's client
+    std::vector<std::string> Rows() const;  // the colour list box
+    int SelectedRow() const;
+    int OuterWidth() const;
+    uint32_t Pixel(HWND window, int x, int y) const;  // 0x00RRGGBB on the screen
+    void Screenshot(const std::string& name) const;
+};
+
+// Runs the filter on `image` through the real plug-in with the host's own window as
+// parent; `scenario` drives the dialog once it is up. If the scenario leaves the dialog
+// open, it is cancelled. A dialog that never comes up fails the test.
+host::RunReport RunWithDialog(host::FilterSession& session, host::Image& image,
+                              host::RunOptions options,
+                              const std::function<void(DialogDriver&)>& scenario);
+
+}  // namespace tessellum::test

@@ -1,0 +1,396 @@
+// The main dialog as a host and a user meet it: our host runs the real plug-in, the real
+// modal dialog comes up over the host's window, and a second thread clicks, drags and
+// reads it back. Each test is one run (or two) of the dialog that checks many facts;
+// afterwards the parameters block, the library file and the registry are read back.
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <commctrl.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "controls/slider_geometry.h"
+#include "storage/library_file.h"
+#include "tests/dialog/dialog_driver.h"
+#include "tests/library_samples.h"
+#include "tests/scratch_directory.h"
+#include "tests/support/plugin_path.h"
+
+namespace tessellum::test {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
+
+uint32_t Rgb(const Rgb8& c) { return (c.red << 16) | (c.green << 8) | c.blue; }
+
+// The registry of the private prefix: where the library lies, and "Sizing".
+void SetLibraryFolder(const std::string& folder) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                              &key, nullptr),
+              ERROR_SUCCESS);
+    const std::string value = folder + "\\";
+    RegSetValueExA(key, "path", 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                   static_cast<DWORD>(value.size() + 1));
+    RegCloseKey(key);
+}
+
+// -1: no value; else byte 0 of it.
+int Sizing() {
+    BYTE bytes[5] = {};
+    DWORD size = sizeof bytes;
+    if (RegGetValueA(HKEY_CURRENT_USER, kKey, "Sizing", RRF_RT_REG_BINARY, nullptr, bytes, &size) !=
+        ERROR_SUCCESS)
+        return -1;
+    return bytes[0];
+}
+
+void SetSizing(int value) {
+    if (value < 0) {
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing");
+        return;
+    }
+    HKEY key = nullptr;
+    RegCreateKeyExA(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+    const BYTE bytes[5] = {static_cast<BYTE>(value), 0, 0, 0, 0};
+    RegSetValueExA(key, "Sizing", 0, REG_BINARY, bytes, sizeof bytes);
+    RegCloseKey(key);
+}
+
+class FilterDialogTest : public ::testing::Test {
+protected:
+    void SetUp() override { SetLibraryFolder(folder); }
+
+    // One run of the filter over a small grey image, with the parameters block given.
+    host::RunReport Run(const std::function<void(DialogDriver&)>& scenario,
+                        host::RunOptions options = {}) {
+        image.width = image.height = 16;
+        image.planes = 3;
+        image.pixels.assign(16 * 16 * 3, 0x80);
+        if (!block.empty()) session.SetParametersBlock(block);
+        const host::RunReport report = RunWithDialog(session, image, options, scenario);
+        block = session.ParametersBlock();
+        return report;
+    }
+    std::unique_ptr<ColorLibrary> LoadLibraryFile() {
+        LibraryFile file;
+        return std::unique_ptr<ColorLibrary>(file.ReadLibrary(libraryPath.c_str()));
+    }
+    void SaveLibraryFile(const ColorLibrary& library) {
+        LibraryFile file;
+        file.WriteLibrary(&library, libraryPath.c_str());
+    }
+    Rgb8 TileCell(int row, int column) const {  // of the stored parameters block
+        Rgb8 cell;
+        std::memcpy(&cell, block.data() + 5 + (row * 8 + column) * 3, 3);
+        return cell;
+    }
+
+    ScratchDirectory scratch;
+    std::string folder = scratch.Path("plug-ins folder");
+    std::string libraryPath = folder + "\\Tessellum.dat";
+    host::PluginLibrary plugin{PluginPath()};
+    host::FilterSession session{plugin};
+    host::Image image;
+    Bytes block;
+};
+
+// The slider panel's place on the Color Picker page, as the dialog derives it.
+struct Sliders {
+    int32_t x, y;
+    int32_t RowTop(int row) const { return y + 25 * row; }
+};
+Sliders SlidersOf(const DialogDriver& d) {
+    const RECT place = d.Place(d.picker, 1024);
+    return {place.left + 38, place.top + 20};
+}
+
+// A drag of one thumb from `from` to `to`, as the mouse does it.
+void Drag(const DialogDriver& d, int row, uint8_t from, uint8_t to) {
+    const Sliders s = SlidersOf(d);
+    const int32_t y = s.RowTop(row) + 13;
+    d.Mouse(d.picker, WM_LBUTTONDOWN, ThumbLeft(s.x, from) + 5, y);
+    d.Mouse(d.picker, WM_MOUSEMOVE, s.x + to / 2, y);
+    d.Mouse(d.picker, WM_LBUTTONUP, s.x + to / 2, y);
+    d.Settle();
+}
+
+// The tile on the Color Picker page: cell (i, j) of a 2x2 tile at pixel (4 + j, 4 + i).
+uint32_t PickerCell(const DialogDriver& d, int row, int column) {
+    const RECT place = d.Place(d.picker, 1030);
+    return d.Pixel(d.picker, place.left + 4 + column, place.top + 4 + row);
+}
+uint32_t MainPreviewCell(const DialogDriver& d, int row, int column) {
+    const RECT place = d.Place(d.dialog, 1023);
+    return d.Pixel(d.dialog, place.left + 4 + column, place.top + 4 + row);
+}
+
+TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
+    SetSizing(-1);
+    const host::RunReport report = Run([&](DialogDriver& d) {
+        char title[64] = {};
+        GetWindowTextA(d.dialog, title, sizeof title);
+        EXPECT_STREQ(title, "Tessellum 1.5");
+        EXPECT_EQ(GetWindowLongA(d.dialog, GWL_STYLE) & WS_SYSMENU, 0);
+        EXPECT_EQ(d.Text(d.dialog, 1004), "none");
+        EXPECT_TRUE(d.Rows().empty());
+        EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 0);
+        EXPECT_EQ(d.Send(d.tabs, TCM_GETITEMCOUNT), 2);
+        EXPECT_TRUE(IsWindowVisible(d.picker));
+        EXPECT_FALSE(IsWindowVisible(d.pattern));
+        // Sliders state: no Convert, the Fore / Back label shown.
+        EXPECT_FALSE(d.Visible(d.picker, 1019));
+        EXPECT_FALSE(d.Visible(d.picker, 1022));
+        EXPECT_TRUE(d.Visible(d.picker, 1035));
+        // Expanded: the dialog ends 7 pixels right of the tab control, frame included.
+        RECT outer = {}, client = {};
+        GetWindowRect(d.dialog, &outer);
+        GetClientRect(d.dialog, &client);
+        const int frame = (outer.right - outer.left) - client.right;
+        EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
+        // The zero tile: black previews.
+        EXPECT_EQ(PickerCell(d, 0, 0), 0u);
+        EXPECT_EQ(MainPreviewCell(d, 1, 1), 0u);
+        EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
+        EXPECT_EQ(d.Text(d.pattern, 1019), "Web Safe Palette");
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(d.pattern, 1018)));
+        d.Screenshot("dialog_color_picker_first_run");
+        d.Press(d.dialog, IDOK);
+    });
+    EXPECT_EQ(report.result, 0);
+    EXPECT_TRUE(report.filled);
+    ASSERT_EQ(block.size(), 198u);
+    EXPECT_EQ(block[2] | block[3], 0) << "the flag is lowered after Fill";
+    EXPECT_EQ(block[4], 2);
+    EXPECT_EQ(Bytes(block.begin() + 5, block.begin() + 197), Bytes(192, 0));
+    EXPECT_EQ(image.pixels[0], 0) << "the zero tile was laid";
+    // Teardown wrote an empty library into the folder it made, and "Sizing".
+    EXPECT_EQ(ReadWholeFile(libraryPath), Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+    EXPECT_EQ(Sizing(), 1);
+}
+
+TEST_F(FilterDialogTest, CollapsedStartAndTheSizingButtonAndCancel) {
+    SetSizing(0);
+    block.assign(198, 0);
+    block[2] = 1;
+    block[4] = 3;
+    block[5] = 0x42;
+    const Bytes stored = block;
+    const host::RunReport report = Run([&](DialogDriver& d) {
+        RECT outer = {}, client = {};
+        GetWindowRect(d.dialog, &outer);
+        GetClientRect(d.dialog, &client);
+        const int frame = (outer.right - outer.left) - client.right;
+        const int collapsed = d.Place(d.dialog, 1001).right + 7 + frame;
+        EXPECT_EQ(d.OuterWidth(), collapsed);
+        d.Screenshot("dialog_collapsed");
+        d.Press(d.dialog, 1001);
+        EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
+        EXPECT_EQ(d.Text(d.dialog, 1001), "-->");
+        // The tabs work after expanding.
+        d.ChooseTab(1);
+        EXPECT_TRUE(IsWindowVisible(d.pattern));
+        d.Press(d.dialog, 1001);
+        EXPECT_EQ(d.OuterWidth(), collapsed);
+        d.Press(d.dialog, IDCANCEL);
+    });
+    EXPECT_EQ(report.result, 1);
+    EXPECT_FALSE(report.filled);
+    EXPECT_EQ(block, stored) << "Cancel leaves the stored tile and the flag as they were";
+    EXPECT_EQ(Sizing(), 0);
+}
+
+// A library colour in force: the sliders write into it, Convert collapses a 3x3 one,
+// and Cancel keeps every edit in the file while the stored tile stays.
+TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThem) {
+    {
+        ColorLibrary library;
+        ColorList* web = AddList(library, "Web");
+        std::memset(&AddColor(*web, "Red", 2, 1)->cells, 0, sizeof(Pattern));  // sliders at 0
+        ColorEntry* grey = AddColor(*web, "Grey3", 3, 2);
+        for (int i = 0; i < 9; ++i)  // five of nine white, the rest black
+            grey->cells.Cell(i / 3, i % 3) = i % 2 == 0 ? Rgb8{255, 255, 255} : Rgb8{0, 0, 0};
+        AddColor(*AddList(library, "Second"), "Solid", 2, 3);
+        SaveLibraryFile(library);
+    }
+    SetSizing(1);
+    const host::RunReport report = Run([&](DialogDriver& d) {
+        EXPECT_EQ(d.Text(d.dialog, 1004), "Web");
+        EXPECT_EQ(d.Rows(), (std::vector<std::string>{"Red", "Grey3"}));
+        EXPECT_EQ(d.SelectedRow(), 0);
+        for (int row = 0; row < 3; ++row) Drag(d, row, 0, 128);
+        const RECT box = d.Place(d.picker, 1031);
+        d.Screenshot("dialog_color_picker_sliders");
+        EXPECT_EQ(PickerCell(d, 0, 0), 0x666666u);
+        EXPECT_EQ(PickerCell(d, 0, 1), 0x999999u);
+        EXPECT_EQ(PickerCell(d, 1, 0), 0x999999u);
+        EXPECT_EQ(MainPreviewCell(d, 1, 1), 0x666666u);
+        EXPECT_EQ(d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2),
+                  0x808080u);
+
+        d.SelectRow(1);  // Grey3: the convert state
+        EXPECT_TRUE(d.Visible(d.picker, 1019));
+        EXPECT_TRUE(d.Visible(d.picker, 1022));
+        EXPECT_FALSE(d.Visible(d.picker, 1035));
+        EXPECT_EQ(d.Text(d.picker, 1022),
+                  "The current pattern's grid size is too large to use the automatic color "
+                  "picker.  Press the Convert button to convert the pattern.");
+        EXPECT_EQ(d.Text(d.pattern, 1016), "3x3");
+        d.Screenshot("dialog_color_picker_convert");
+        d.Press(d.picker, 1019);
+        EXPECT_FALSE(d.Visible(d.picker, 1019));
+        EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
+        EXPECT_EQ(PickerCell(d, 0, 0), 0x999999u) << "mean 142 gives the solid 153 tile";
+        EXPECT_EQ(PickerCell(d, 1, 0), 0x999999u);
+
+        d.SelectRow(0);  // back to Red: the tile made by the sliders is still there
+        EXPECT_EQ(PickerCell(d, 0, 0), 0x666666u);
+        EXPECT_EQ(PickerCell(d, 0, 1), 0x999999u);
+
+        d.Command(d.dialog, 3001);  // the second list from the list menu
+        EXPECT_EQ(d.Text(d.dialog, 1004), "Second");
+        EXPECT_EQ(d.Rows(), std::vector<std::string>{"Solid"});
+        d.Press(d.dialog, IDCANCEL);
+    });
+    EXPECT_EQ(report.result, 1);
+    EXPECT_TRUE(block.size() == 198 && block[2] == 1) << "the flag stays up after Cancel";
+    const auto library = LoadLibraryFile();
+    const auto* web = static_cast<ColorList*>(library->colorLists->ValueAt(0));
+    const auto* red = static_cast<ColorEntry*>(web->entries.ValueAt(0));
+    const auto* grey = static_cast<ColorEntry*>(web->entries.ValueAt(1));
+    EXPECT_EQ(red->gridSize, 2);
+    EXPECT_EQ(Rgb(red->cells.Cell(0, 0)), 0x666666u);
+    EXPECT_EQ(Rgb(red->cells.Cell(0, 1)), 0x999999u);
+    EXPECT_EQ(grey->gridSize, 2) << "Convert stores GridSize 2 in the entry";
+    EXPECT_EQ(Rgb(grey->cells.Cell(1, 1)), 0x999999u);
+    EXPECT_EQ(Rgb(grey->cells.Cell(2, 2)), 0xFFFFFFu) << "cells outside the 2x2 corner stay";
+}
+
+// The Pattern Fill page: swatch, pencil, eraser and eyedropper, the cursor per region,
+// a GridSize from the popup's command, and Fill with the dialog's own tile.
+TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
+    host::RunOptions options;
+    options.foreground = {0x3C00, 0x7800, 0xB400};
+    const host::RunReport report = Run(
+        [&](DialogDriver& d) {
+            d.ChooseTab(1);
+            EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 1);
+            EXPECT_TRUE(IsWindowVisible(d.pattern));
+            EXPECT_FALSE(IsWindowVisible(d.picker));
+            const RECT editor = d.Place(d.pattern, 1025);
+            const RECT swatches = d.Place(d.pattern, 1032);
+            const RECT tools = d.Place(d.pattern, 1033);
+            auto cell = [&](int row, int column, int pitch) {
+                d.Click(d.pattern, editor.left + 4 + column * pitch + pitch / 2,
+                        editor.top + 4 + row * pitch + pitch / 2);
+            };
+            auto editorPixel = [&](int row, int column, int pitch) {
+                return d.Pixel(d.pattern, editor.left + 4 + column * pitch + pitch / 2,
+                               editor.top + 4 + row * pitch + pitch / 2);
+            };
+            // The pencil paints the host's foreground first.
+            cell(0, 0, 60);
+            EXPECT_EQ(editorPixel(0, 0, 60), 0x3C78B4u);
+            // Swatch 5 of the web-safe table is (0, 0, 255).
+            d.Click(d.pattern, swatches.left + 4 + 5 * 9 + 4, swatches.top + 4 + 5);
+            cell(0, 1, 60);
+            EXPECT_EQ(editorPixel(0, 1, 60), 0x0000FFu);
+            EXPECT_EQ(MainPreviewCell(d, 0, 1), 0x0000FFu);
+            // The eraser lays the back colour, white.
+            d.Click(d.pattern, tools.left + 2 * 26 + 13, tools.top + 11);
+            cell(1, 1, 60);
+            EXPECT_EQ(editorPixel(1, 1, 60), 0xFFFFFFu);
+            // The eyedropper takes a cell's colour as the fore colour; the pencil lays it.
+            d.Click(d.pattern, tools.left + 26 + 13, tools.top + 11);
+            cell(0, 0, 60);
+            d.Click(d.pattern, tools.left + 13, tools.top + 11);
+            cell(1, 0, 60);
+            EXPECT_EQ(editorPixel(1, 0, 60), 0x3C78B4u);
+            // The pointer: the tool's over the grid, the dropper over the swatches.
+            HCURSOR pencil = LoadCursorA(plugin.module(), MAKEINTRESOURCEA(108));
+            HCURSOR dropper = LoadCursorA(plugin.module(), MAKEINTRESOURCEA(109));
+            d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 30, editor.top + 30);
+            CURSORINFO shown = {};
+            shown.cbSize = sizeof shown;
+            GetCursorInfo(&shown);
+            EXPECT_EQ(shown.hCursor, pencil);
+            d.Mouse(d.pattern, WM_MOUSEMOVE, swatches.left + 10, swatches.top + 10);
+            GetCursorInfo(&shown);
+            EXPECT_EQ(shown.hCursor, dropper);
+            // A larger grid shows the cells beyond the 2x2 corner: black, never painted.
+            d.Command(d.pattern, 40007);
+            EXPECT_EQ(d.Text(d.pattern, 1016), "4x4");
+            EXPECT_EQ(editorPixel(0, 1, 30), 0x0000FFu);
+            EXPECT_EQ(editorPixel(3, 3, 30), 0x000000u);
+            cell(3, 3, 30);
+            d.Screenshot("dialog_pattern_fill");
+            d.ChooseTab(0);
+            EXPECT_TRUE(d.Visible(d.picker, 1019)) << "a 4x4 tile puts the picker in convert";
+            d.Press(d.dialog, IDOK);
+        },
+        options);
+    EXPECT_EQ(report.result, 0);
+    ASSERT_EQ(block.size(), 198u);
+    EXPECT_EQ(block[4], 4);
+    EXPECT_EQ(Rgb(TileCell(0, 0)), 0x3C78B4u);
+    EXPECT_EQ(Rgb(TileCell(0, 1)), 0x0000FFu);
+    EXPECT_EQ(Rgb(TileCell(1, 1)), 0xFFFFFFu);
+    EXPECT_EQ(Rgb(TileCell(1, 0)), 0x3C78B4u);
+    EXPECT_EQ(Rgb(TileCell(3, 3)), 0x3C78B4u);
+    EXPECT_EQ(Rgb(TileCell(2, 2)), 0u);
+    // The image: the 4x4 tile from the rectangle's corner.
+    EXPECT_EQ(image.pixels[3 * 1 + 2], 0xFF) << "pixel (0, 1) is the blue cell";
+    EXPECT_EQ(image.pixels[3 * (16 * 4 + 4) + 2], 0xB4) << "the tile repeats every 4 pixels";
+}
+
+// More than 50 lists: the menu shows 50 and the 50th is in force. A damaged library:
+// an empty one, and the refused file kept aside byte for byte at teardown.
+TEST_F(FilterDialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
+    {
+        ColorLibrary library;
+        for (int i = 0; i < 55; ++i)
+            AddColor(*AddList(library, "List " + std::to_string(i)), "C" + std::to_string(i), 2, i);
+        SaveLibraryFile(library);
+    }
+    Run([&](DialogDriver& d) {
+        EXPECT_EQ(d.Text(d.dialog, 1004), "List 49");
+        EXPECT_EQ(d.Rows(), std::vector<std::string>{"C49"});
+        d.Command(d.dialog, 3002);  // any choice ends at the 50th
+        EXPECT_EQ(d.Text(d.dialog, 1004), "List 49");
+        // The popup, opened by the list button: 7 fixed items and 50 lists.
+        PostMessageA(GetDlgItem(d.dialog, 1004), BM_CLICK, 0, 0);
+        HWND popup = nullptr;
+        for (int i = 0; i < 200 && !popup; ++i, Sleep(10)) popup = FindWindowA("#32768", nullptr);
+        ASSERT_NE(popup, nullptr);
+        HMENU menu = reinterpret_cast<HMENU>(SendMessageA(popup, MN_GETHMENU, 0, 0));
+        EXPECT_EQ(GetMenuItemCount(menu), 57);
+        char text[64] = {};
+        GetMenuStringA(menu, 7, text, sizeof text, MF_BYPOSITION);
+        EXPECT_STREQ(text, "&1 List 0");
+        GetMenuStringA(menu, 56, text, sizeof text, MF_BYPOSITION);
+        EXPECT_STREQ(text, "&50 List 49");
+        EXPECT_EQ(GetMenuItemID(menu, 56), 3049u);
+        d.Settle();
+        d.Screenshot("dialog_list_menu");
+        PostMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
+        d.Settle();
+        d.Press(d.dialog, IDCANCEL);
+    });
+    EXPECT_EQ(LoadLibraryFile()->colorLists->Count(), 55) << "lists beyond the menu are kept";
+
+    const Bytes damaged = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', 0x2C, 0xFF, 'x'};
+    WriteWholeFile(libraryPath, damaged);
+    Run([&](DialogDriver& d) {
+        EXPECT_EQ(d.Text(d.dialog, 1004), "none");
+        EXPECT_TRUE(d.Rows().empty());
+        d.Press(d.dialog, IDCANCEL);
+    });
+    EXPECT_EQ(ReadWholeFile(libraryPath + ".bak"), damaged);
+    EXPECT_EQ(ReadWholeFile(libraryPath), Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+}
+
+}  // namespace
+}  // namespace tessellum::test
