@@ -116,6 +116,17 @@ void DialogDriver::Screenshot(const std::string& name) const {
     EXPECT_FALSE(SaveScreenshot(dialog, name).empty()) << name;
 }
 
+void PointLibraryAt(const std::string& folder) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, "Software\\Quarry\\Tessellum\\1.x", 0, nullptr,
+                              0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    const std::string value = folder + "\\";
+    RegSetValueExA(key, "path", 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                   static_cast<DWORD>(value.size() + 1));
+    RegCloseKey(key);
+}
+
 namespace {
 
 HWND FindPage(HWND tabs, int idInside) {

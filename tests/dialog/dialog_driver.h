@@ -43,6 +43,10 @@ public:
     void Screenshot(const std::string& name) const;
 };
 
+// Points the plug-in at FOLDER for its library file (the machine-wide "path" setting in
+// the test's private registry).
+void PointLibraryAt(const std::string& folder);
+
 // Runs the filter on `image` through the real plug-in with the host's own window as
 // parent; `scenario` drives the dialog once it is up. If the scenario leaves the dialog
 // open, it is cancelled. A dialog that never comes up fails the test.

@@ -26,18 +26,7 @@ constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
 
 uint32_t Rgb(const Rgb8& c) { return (c.red << 16) | (c.green << 8) | c.blue; }
 
-// The registry of the private prefix: where the library lies, and "Sizing".
-void SetLibraryFolder(const std::string& folder) {
-    HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              &key, nullptr),
-              ERROR_SUCCESS);
-    const std::string value = folder + "\\";
-    RegSetValueExA(key, "path", 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                   static_cast<DWORD>(value.size() + 1));
-    RegCloseKey(key);
-}
-
+// The registry of the private prefix: "Sizing".
 // -1: no value; else byte 0 of it.
 int Sizing() {
     BYTE bytes[5] = {};
@@ -62,7 +51,7 @@ void SetSizing(int value) {
 
 class FilterDialogTest : public ::testing::Test {
 protected:
-    void SetUp() override { SetLibraryFolder(folder); }
+    void SetUp() override { PointLibraryAt(folder); }
 
     // One run of the filter over a small grey image, with the parameters block given.
     host::RunReport Run(const std::function<void(DialogDriver&)>& scenario,
