@@ -156,43 +156,6 @@ TEST(Protocol, PrepareAsksForNoBuffer) {
     EXPECT_EQ(record.maxSpace, 7654321) << "maxSpace is the host's";
 }
 
-TEST(Protocol, StartWithTheFlagUpAsksTheDialogWhichEndsLikeCancel) {
-    FilterSession session(Plugin());
-    Image image = Blank(9, 7);
-    const Image before = image;
-    const RunReport report = session.Run(image, {});
-    // Until the main dialog exists, asking it ends as a dialog that could not be made.
-    EXPECT_EQ(report.result, kResultStop);
-    ASSERT_EQ(report.calls.size(), 3u) << "Parameters, Prepare, Start; no Continue, no Finish";
-    EXPECT_EQ(report.calls[2].selector, kSelectorStart);
-    const Rect empty = {0, 0, 0, 0};
-    EXPECT_EQ(std::memcmp(&session.record().inRect, &empty, sizeof empty), 0);
-    EXPECT_EQ(std::memcmp(&session.record().outRect, &empty, sizeof empty), 0);
-    EXPECT_EQ(image.pixels, before.pixels);
-    const std::vector<uint8_t> block = session.ParametersBlock();
-    EXPECT_EQ(block[2], 1) << "the flag stays up, so a repeat asks again";
-
-    // Repeat after that: the dialog is asked again, with the same outcome.
-    RunOptions repeat;
-    repeat.repeat = true;
-    const RunReport again = session.Run(image, repeat);
-    EXPECT_EQ(again.result, kResultStop);
-    EXPECT_EQ(CountCalls(again, kSelectorContinue), 0);
-}
-
-TEST(Protocol, StartWithoutParametersMakesTheBlockFirst) {
-    // A host that skipped Parameters gets the dialog path rather than a crash.
-    FilterSession session(Plugin());
-    Image image = Blank(4, 4);
-    RunOptions options;
-    options.repeat = true;
-    const RunReport report = session.Run(image, options);
-    EXPECT_EQ(report.result, kResultStop);
-    ASSERT_NE(session.parametersHandle(), nullptr);
-    EXPECT_EQ(session.ParametersBlock()[2], 1);
-    EXPECT_EQ(session.ParametersBlock().size(), 198u);
-}
-
 TEST(Protocol, RepeatLaysTheStoredTileAnchoredAtEachRectangle) {
     FilterSession session(Plugin());
     const std::vector<uint8_t> block = StoredTile(3);

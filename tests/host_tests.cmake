@@ -17,7 +17,7 @@ if(WIN32)
   add_test(NAME ${TESSELLUM_ARCH}.host_command_line
     COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/host_command_line_test.sh
       ${CMAKE_SOURCE_DIR}/scripts/wine-run ${TESSELLUM_ARCH} ${CMAKE_BINARY_DIR})
-  set_tests_properties(${TESSELLUM_ARCH}.host_command_line PROPERTIES SKIP_RETURN_CODE 77)
+  set_tests_properties(${TESSELLUM_ARCH}.host_command_line PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 240)
   # The scripts start each architecture with its own loader; x64 must run.
   if(TESSELLUM_ARCH STREQUAL "x64")
     add_test(NAME x64.wine_loaders

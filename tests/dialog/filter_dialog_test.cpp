@@ -2,9 +2,9 @@
 // modal dialog comes up over the host's window, and a second thread clicks, drags and
 // reads it back. Each test is one run (or two) of the dialog that checks many facts;
 // afterwards the parameters block, the library file and the registry are read back.
+#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <windows.h>
-#include <commctrl.h>
 
 #include <cstring>
 #include <memory>
@@ -24,7 +24,9 @@ namespace {
 using Bytes = std::vector<uint8_t>;
 constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
 
-uint32_t Rgb(const Rgb8& c) { return (c.red << 16) | (c.green << 8) | c.blue; }
+uint32_t Rgb(const Rgb8& c) {
+    return (c.red << 16) | (c.green << 8) | c.blue;
+}
 
 // The registry of the private prefix: "Sizing".
 // -1: no value; else byte 0 of it.
@@ -119,36 +121,41 @@ uint32_t MainPreviewCell(const DialogDriver& d, int row, int column) {
 
 TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
     SetSizing(-1);
-    const host::RunReport report = Run([&](DialogDriver& d) {
-        char title[64] = {};
-        GetWindowTextA(d.dialog, title, sizeof title);
-        EXPECT_STREQ(title, "Tessellum 1.5");
-        EXPECT_EQ(GetWindowLongA(d.dialog, GWL_STYLE) & WS_SYSMENU, 0);
-        EXPECT_EQ(d.Text(d.dialog, 1004), "none");
-        EXPECT_TRUE(d.Rows().empty());
-        EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 0);
-        EXPECT_EQ(d.Send(d.tabs, TCM_GETITEMCOUNT), 2);
-        EXPECT_TRUE(IsWindowVisible(d.picker));
-        EXPECT_FALSE(IsWindowVisible(d.pattern));
-        // Sliders state: no Convert, the Fore / Back label shown.
-        EXPECT_FALSE(d.Visible(d.picker, 1019));
-        EXPECT_FALSE(d.Visible(d.picker, 1022));
-        EXPECT_TRUE(d.Visible(d.picker, 1035));
-        // Expanded: the dialog ends 7 pixels right of the tab control, frame included.
-        RECT outer = {}, client = {};
-        GetWindowRect(d.dialog, &outer);
-        GetClientRect(d.dialog, &client);
-        const int frame = (outer.right - outer.left) - client.right;
-        EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
-        // The zero tile: black previews.
-        EXPECT_EQ(PickerCell(d, 0, 0), 0u);
-        EXPECT_EQ(MainPreviewCell(d, 1, 1), 0u);
-        EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
-        EXPECT_EQ(d.Text(d.pattern, 1019), "Web Safe Palette");
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(d.pattern, 1018)));
-        d.Screenshot("dialog_color_picker_first_run");
-        d.Press(d.dialog, IDOK);
-    });
+    // This host skips Parameters: Start makes the block itself and asks the dialog.
+    host::RunOptions skipsParameters;
+    skipsParameters.repeat = true;
+    const host::RunReport report = Run(
+        [&](DialogDriver& d) {
+            char title[64] = {};
+            GetWindowTextA(d.dialog, title, sizeof title);
+            EXPECT_STREQ(title, "Tessellum 1.5");
+            EXPECT_EQ(GetWindowLongA(d.dialog, GWL_STYLE) & WS_SYSMENU, 0);
+            EXPECT_EQ(d.Text(d.dialog, 1004), "none");
+            EXPECT_TRUE(d.Rows().empty());
+            EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 0);
+            EXPECT_EQ(d.Send(d.tabs, TCM_GETITEMCOUNT), 2);
+            EXPECT_TRUE(IsWindowVisible(d.picker));
+            EXPECT_FALSE(IsWindowVisible(d.pattern));
+            // Sliders state: no Convert, the Fore / Back label shown.
+            EXPECT_FALSE(d.Visible(d.picker, 1019));
+            EXPECT_FALSE(d.Visible(d.picker, 1022));
+            EXPECT_TRUE(d.Visible(d.picker, 1035));
+            // Expanded: the dialog ends 7 pixels right of the tab control, frame included.
+            RECT outer = {}, client = {};
+            GetWindowRect(d.dialog, &outer);
+            GetClientRect(d.dialog, &client);
+            const int frame = (outer.right - outer.left) - client.right;
+            EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
+            // The zero tile: black previews.
+            EXPECT_EQ(PickerCell(d, 0, 0), 0u);
+            EXPECT_EQ(MainPreviewCell(d, 1, 1), 0u);
+            EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
+            EXPECT_EQ(d.Text(d.pattern, 1019), "Web Safe Palette");
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(d.pattern, 1018)));
+            d.Screenshot("dialog_color_picker_first_run");
+            d.Press(d.dialog, IDOK);
+        },
+        skipsParameters);
     EXPECT_EQ(report.result, 0);
     EXPECT_TRUE(report.filled);
     ASSERT_EQ(block.size(), 198u);
@@ -157,7 +164,8 @@ TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTil
     EXPECT_EQ(Bytes(block.begin() + 5, block.begin() + 197), Bytes(192, 0));
     EXPECT_EQ(image.pixels[0], 0) << "the zero tile was laid";
     // Teardown wrote an empty library into the folder it made, and "Sizing".
-    EXPECT_EQ(ReadWholeFile(libraryPath), Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+    EXPECT_EQ(ReadWholeFile(libraryPath),
+              Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
     EXPECT_EQ(Sizing(), 1);
 }
 
@@ -188,6 +196,12 @@ TEST_F(FilterDialogTest, CollapsedStartAndTheSizingButtonAndCancel) {
     });
     EXPECT_EQ(report.result, 1);
     EXPECT_FALSE(report.filled);
+    ASSERT_EQ(report.calls.size(), 3u) << "Parameters, Prepare, Start; no Continue, no Finish";
+    EXPECT_EQ(report.calls[2].selector, kSelectorStart);
+    const Rect empty = {0, 0, 0, 0};
+    EXPECT_EQ(std::memcmp(&session.record().inRect, &empty, sizeof empty), 0);
+    EXPECT_EQ(std::memcmp(&session.record().outRect, &empty, sizeof empty), 0);
+    EXPECT_EQ(image.pixels, Bytes(16 * 16 * 3, 0x80));
     EXPECT_EQ(block, stored) << "Cancel leaves the stored tile and the flag as they were";
     EXPECT_EQ(Sizing(), 0);
 }
@@ -378,7 +392,8 @@ TEST_F(FilterDialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
         d.Press(d.dialog, IDCANCEL);
     });
     EXPECT_EQ(ReadWholeFile(libraryPath + ".bak"), damaged);
-    EXPECT_EQ(ReadWholeFile(libraryPath), Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+    EXPECT_EQ(ReadWholeFile(libraryPath),
+              Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
 }
 
 }  // namespace
