@@ -54,13 +54,13 @@ int main() {
         RunOptions options;
         options.repeat = true;
         int16_t result = 0;
-        const double hosted = bench::BestSeconds(kRounds, [&] {
-            result = session.Run(image, options).result;
-        });
-        std::printf("host run on %d x %d RGB: %.1f ms; raw fill %.1f ms; ratio %.2f (target <= 2.00)"
-                    "%s\n",
-                    kSide, kSide, hosted * 1e3, raw * 1e3, hosted / raw,
-                    result == 0 ? "" : "  [the run did not end with result 0]");
+        const double hosted =
+            bench::BestSeconds(kRounds, [&] { result = session.Run(image, options).result; });
+        std::printf(
+            "host run on %d x %d RGB: %.1f ms; raw fill %.1f ms; ratio %.2f (target <= 2.00)"
+            "%s\n",
+            kSide, kSide, hosted * 1e3, raw * 1e3, hosted / raw,
+            result == 0 ? "" : "  [the run did not end with result 0]");
         return result == 0 ? 0 : 1;
     } catch (const HostError& e) {
         std::fprintf(stderr, "host_run_bench: %s\n", e.what());

@@ -13,8 +13,7 @@ namespace {
 
 void ShowItem(HWND page, int id, bool show) {
     SetWindowPos(GetDlgItem(page, id), nullptr, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER |
-                     (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
 }  // namespace

@@ -25,7 +25,9 @@ constexpr int kListCommandLast = kListCommandFirst + kMenuItemLimit;
 constexpr int kPaletteCommandFirst = 3500;
 constexpr int kPaletteCommandLast = kPaletteCommandFirst + kMenuItemLimit;
 
-constexpr bool IsListCommand(int id) { return id >= kListCommandFirst && id <= kListCommandLast; }
+constexpr bool IsListCommand(int id) {
+    return id >= kListCommandFirst && id <= kListCommandLast;
+}
 constexpr bool IsPaletteCommand(int id) {
     return id >= kPaletteCommandFirst && id <= kPaletteCommandLast;
 }

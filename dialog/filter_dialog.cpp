@@ -6,8 +6,8 @@
 
 #include "color/allocate.h"
 #include "color/web_safe.h"
-#include "controls/small_bitmap_table.h"
 #include "controls/pattern_painters.h"
+#include "controls/small_bitmap_table.h"
 #include "dialog/dialog_logic.h"
 #include "host/dll_instance.h"
 #include "resources/resource_ids.h"
@@ -41,10 +41,18 @@ bool Guarded(Step step) {
 
 }  // namespace
 
-int32_t ControlLeft(HWND parent, HWND control) { return OuterRect(parent, control).left; }
-int32_t ControlTop(HWND parent, HWND control) { return OuterRect(parent, control).top; }
-int32_t ControlRight(HWND parent, HWND control) { return OuterRect(parent, control).right; }
-int32_t ControlBottom(HWND parent, HWND control) { return OuterRect(parent, control).bottom; }
+int32_t ControlLeft(HWND parent, HWND control) {
+    return OuterRect(parent, control).left;
+}
+int32_t ControlTop(HWND parent, HWND control) {
+    return OuterRect(parent, control).top;
+}
+int32_t ControlRight(HWND parent, HWND control) {
+    return OuterRect(parent, control).right;
+}
+int32_t ControlBottom(HWND parent, HWND control) {
+    return OuterRect(parent, control).bottom;
+}
 
 FilterDialog::FilterDialog(HWND parent) : parentWindow(parent) {
     activeDialog = this;
@@ -91,7 +99,9 @@ bool FilterDialog::RunModal() {
                            0) == 1;
 }
 
-void FilterDialog::AbortDialog() { EndDialog(dialogWindow, 2); }
+void FilterDialog::AbortDialog() {
+    EndDialog(dialogWindow, 2);
+}
 
 HMENU FilterDialog::FreshSubmenu(int index) {
     HMENU copy = LoadMenuA(hDllInstance, MAKEINTRESOURCEA(IDR_MENUS));
@@ -160,8 +170,8 @@ void FilterDialog::InitDialog(HWND window) {
         !Guarded([&] {
             const RECT box = placeIn(colorPickerPage, IDC_SPLIT_BOX_PLACE);
             const int32_t width = box.right - box.left;
-            splitColorBox.reset(NewOrThrow<SplitColorBox>(colorPickerPage, box.left, box.top,
-                                                          width, width, 0, 0, 0));
+            splitColorBox.reset(NewOrThrow<SplitColorBox>(colorPickerPage, box.left, box.top, width,
+                                                          width, 0, 0, 0));
             splitColorBox->Bitmap().PaintInsetFrame();
         }) ||
         !Guarded([&] {
@@ -192,8 +202,8 @@ void FilterDialog::InitDialog(HWND window) {
     // 13 to 16: the editor, the library, the swatches and the web-safe palette.
     if (!Guarded([&] {
             const RECT editor = placeIn(patternFillPage, IDC_EDITOR_PLACE);
-            gridEditor.reset(NewOrThrow<GridEditor>(patternFillPage, &currentPattern, editor.left,
-                                                    editor.top));
+            gridEditor.reset(
+                NewOrThrow<GridEditor>(patternFillPage, &currentPattern, editor.left, editor.top));
             gridEditor->SetForeColor(0, 0, 0);
             gridEditor->SetBackColor(255, 255, 255);
         }) ||
@@ -360,12 +370,11 @@ INT_PTR MainDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NOTIFY: {
             const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
             if (header->idFrom == IDC_TABS && header->code == static_cast<UINT>(TCN_SELCHANGE))
-                dialog.SetActiveTab(static_cast<int32_t>(
-                    SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0)));
+                dialog.SetActiveTab(
+                    static_cast<int32_t>(SendMessageA(header->hwndFrom, TCM_GETCURSEL, 0, 0)));
             return 1;
         }
-        case WM_COMMAND:
-            return MainCommand(dialog, window, LOWORD(wParam), HIWORD(wParam)) ? 1 : 0;
+        case WM_COMMAND: return MainCommand(dialog, window, LOWORD(wParam), HIWORD(wParam)) ? 1 : 0;
         default: return 0;
     }
 }

@@ -39,8 +39,12 @@ public:
     FilterDialog(const FilterDialog&) = delete;
     FilterDialog& operator=(const FilterDialog&) = delete;
 
-    void SetHostForeColor(uint8_t red, uint8_t green, uint8_t blue) { hostForeColor = {red, green, blue}; }
-    void SetHostBackColor(uint8_t red, uint8_t green, uint8_t blue) { hostBackColor = {red, green, blue}; }
+    void SetHostForeColor(uint8_t red, uint8_t green, uint8_t blue) {
+        hostForeColor = {red, green, blue};
+    }
+    void SetHostBackColor(uint8_t red, uint8_t green, uint8_t blue) {
+        hostBackColor = {red, green, blue};
+    }
     bool RunModal();  // true when the dialog ended with Fill
     const Pattern* ResultPattern() const { return resultPattern; }
     uint8_t ResultGridSize() const { return resultGridSize; }

@@ -1,16 +1,16 @@
 #include "storage/system_io.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #ifdef _WIN32
+#include <windows.h>
 #include <direct.h>
 #include <io.h>
-#include <windows.h>
 #else
 #include <unistd.h>
 #endif

@@ -1,9 +1,11 @@
 // The About box driven for real: a second thread finds the modal box that the About
 // selector shows, reads it back, presses Escape and then OK with real messages.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 

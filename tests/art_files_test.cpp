@@ -4,9 +4,10 @@
 // through the tests' own reader of the files.
 #include "tools/art/art_files.h"
 
+#include <cstring>
+
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <iterator>
 #include <string>
 

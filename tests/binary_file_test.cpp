@@ -3,9 +3,10 @@
 // differ.
 #include "storage/binary_file.h"
 
+#include <cerrno>
+
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <string>
 #include <vector>
 

@@ -2,11 +2,13 @@
 // hands on as the dialog's pages do, and what reaches the screen: the colour boxes, which
 // of two overlapping boxes lies on top, the split display, the fore/back pair, the colour
 // pair control's reset, swap and pick through the colour dialog, and the slider panel.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <algorithm>
 #include <cstdio>
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>

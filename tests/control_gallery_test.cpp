@@ -3,8 +3,8 @@
 // the Pattern Fill tab the colour pair, the grid editor and the swatch grid. The page's window
 // procedure hands them the mouse and timer messages as the dialog's pages do, and a screenshot is
 // saved after each step a person would want to look at (build/screenshots/gallery-*.png).
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 

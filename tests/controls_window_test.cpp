@@ -1,7 +1,7 @@
 // The tool group, an image button and the slider pictures placed in a real window,
 // clicked with real mouse messages, and read back pixel by pixel; a screenshot is kept.
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <string>
 

@@ -1,9 +1,10 @@
 // The band protocol on a record, as a host would drive it, without the platform.
 #include "host/filter_run.h"
 
+#include <cstring>
+
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <vector>
 
 namespace tessellum {

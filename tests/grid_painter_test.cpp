@@ -2,9 +2,10 @@
 // GridSize stand, which cell a point and a line belong to, and what each tool does.
 #include "controls/grid_painter.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <vector>
 

@@ -1,10 +1,12 @@
 // The grid editor and the swatch grid in a real window, clicked with real mouse-down
 // messages handed on as the Pattern Fill page does, and what reached the screen read back.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
 #include <functional>
+
+#include <gtest/gtest.h>
+
 #include <vector>
 
 #include "color/palette.h"

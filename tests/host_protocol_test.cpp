@@ -1,9 +1,10 @@
 // The filter protocol as a host sees it: our host loads the real plug-in and calls it
 // selector by selector, and these tests read back the record, the handles and pixels.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
+
+#include <gtest/gtest.h>
 
 #include "host/filter_parameters.h"
 #include "host/plugin_handle.h"

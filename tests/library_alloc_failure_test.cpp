@@ -1,15 +1,19 @@
 // Every allocation of a library load, and of a save, made to fail in turn: the code
 // thrown is ErrNoMemory, nothing stays allocated, no descriptor stays open, and the file
 // on disk is as it was. The global allocation functions are replaced to count and fail.
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <cstdlib>
+
+#include <fcntl.h>
+
 #include <functional>
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <new>
 #include <string>
+
+#include <unistd.h>
 
 #include "color/allocate.h"
 #include "storage/library_file.h"

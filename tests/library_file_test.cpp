@@ -2,11 +2,12 @@
 // that never damages the library already on disk. Built natively and for Windows.
 #include "storage/library_file.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,9 +1,10 @@
 // The library's model: the list of untyped pointers, named colours, and palettes with
 // their sizing, copying, comparison, nearest-colour search and removal of repeats.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <initializer_list>
 #include <memory>
 #include <string>

@@ -2,8 +2,8 @@
 // read back; resizing; loading the plug-in's bitmaps; and the failures.
 #include "controls/offscreen_bitmap.h"
 
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include "resources/resource_ids.h"
 #include "storage/error_code.h"

@@ -1,10 +1,10 @@
 #include "tools/host/parameters_file.h"
 
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <fstream>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace tessellum::host {
 namespace {

@@ -3,9 +3,9 @@
 // painter of the editor's bitmaps writes into a store it does not fit.
 #include "controls/pattern_painters.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+
+#include <gtest/gtest.h>
 
 #include "color/palette.h"
 #include "controls/grid_painter.h"

@@ -1,10 +1,11 @@
 // The painters of the off-screen bitmap, pixel by pixel, on plain memory.
 #include "controls/pixel_painters.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 

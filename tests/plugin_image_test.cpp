@@ -1,10 +1,11 @@
 // Static checks of the two built plug-ins and hosts, read as files: what a host sees
 // before it loads anything.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+
+#include <gtest/gtest.h>
+
 #include <iterator>
 
 #include "tests/support/expected_pipl.h"

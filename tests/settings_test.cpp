@@ -3,10 +3,12 @@
 // key that cannot be opened.
 #include "storage/settings.h"
 
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <string>
 #include <tuple>
 #include <vector>

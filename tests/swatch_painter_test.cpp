@@ -2,9 +2,9 @@
 // full and short palettes, the highlight's rings at the corners, the edges of the cells.
 #include "controls/swatch_painter.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+
+#include <gtest/gtest.h>
 
 #include "color/palette.h"
 #include "controls/swatch_layout.h"

@@ -2,10 +2,10 @@
 // back, checked against worked values and, where it can be, over every colour.
 #include "color/web_safe.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <cstring>
+
+#include <gtest/gtest.h>
 
 namespace tessellum {
 

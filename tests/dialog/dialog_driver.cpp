@@ -1,9 +1,10 @@
 #include "tests/dialog/dialog_driver.h"
 
+#include <atomic>
+
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <thread>
 
 #include "tests/support/screenshot.h"
@@ -118,8 +119,8 @@ void DialogDriver::Screenshot(const std::string& name) const {
 
 void PointLibraryAt(const std::string& folder) {
     HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, "Software\\Quarry\\Tessellum\\1.x", 0, nullptr,
-                              0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, "Software\\Quarry\\Tessellum\\1.x", 0, nullptr, 0,
+                              KEY_ALL_ACCESS, nullptr, &key, nullptr),
               ERROR_SUCCESS);
     const std::string value = folder + "\\";
     RegSetValueExA(key, "path", 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),

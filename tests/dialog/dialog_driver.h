@@ -26,12 +26,12 @@ public:
     // Lets posted messages (the repaint after an erase) arrive and be handled.
     void Settle() const;
 
-    void Press(HWND parent, int id) const;  // a click on a push button
+    void Press(HWND parent, int id) const;    // a click on a push button
     void Command(HWND window, int id) const;  // as a menu item sends it
     void Mouse(HWND page, UINT message, int x, int y) const;
     void Click(HWND page, int x, int y) const;  // down and up
-    void ChooseTab(int index) const;  // a click on the tab
-    void SelectRow(int row) const;    // a click on a row of the colour list box
+    void ChooseTab(int index) const;            // a click on the tab
+    void SelectRow(int row) const;              // a click on a row of the colour list box
 
     std::string Text(HWND parent, int id) const;
     bool Visible(HWND parent, int id) const;

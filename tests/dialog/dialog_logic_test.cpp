@@ -1,8 +1,8 @@
 // The dialog's decisions without a window: menu limits, command ranges, the Pattern in
 // force, the page state and the texts it shows.
-#include <gtest/gtest.h>
-
 #include "dialog/dialog_logic.h"
+
+#include <gtest/gtest.h>
 
 namespace tessellum {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 TEST(DialogLogic, MenusShowFiftyAndForceTheLastWhenThereAreMore) {
     struct Case {
         int total, selected, count, after;
-    } cases[] = {{0, 0, 0, -1}, {0, -1, 0, -1}, {1, 0, 1, 0},      {50, 7, 50, 7},
+    } cases[] = {{0, 0, 0, -1},    {0, -1, 0, -1},  {1, 0, 1, 0},     {50, 7, 50, 7},
                  {50, 49, 50, 49}, {51, 0, 50, 49}, {51, 50, 50, 49}, {200, -1, 50, 49}};
     for (const Case& c : cases) {
         const MenuItems items = LimitMenuItems(c.total, c.selected);
@@ -41,7 +41,8 @@ TEST(DialogLogic, GridCommandsPatternInForceAndTexts) {
     EXPECT_EQ(inForce.gridSize, 3);
 
     EXPECT_EQ(PickerStateFor(2), PickerState::kSliders);
-    for (uint8_t size : {0, 3, 4, 5, 6, 7, 8}) EXPECT_EQ(PickerStateFor(size), PickerState::kConvert);
+    for (uint8_t size : {0, 3, 4, 5, 6, 7, 8})
+        EXPECT_EQ(PickerStateFor(size), PickerState::kConvert);
 
     char text[300];
     FormatGridSizeText(text, sizeof text, 4);

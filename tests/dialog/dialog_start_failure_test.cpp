@@ -3,10 +3,12 @@
 // built plug-in. A failure while the dialog starts ends the run as Cancel before the
 // dialog shows; one in the teardown loses only that save. Each time nothing is left
 // allocated, no dialog window remains, and the library file is byte for byte as before.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <atomic>
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <thread>
 

@@ -2,11 +2,13 @@
 // modal dialog comes up over the host's window, and a second thread clicks, drags and
 // reads it back. Each test is one run (or two) of the dialog that checks many facts;
 // afterwards the parameters block, the library file and the registry are read back.
-#include <commctrl.h>
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <commctrl.h>  // after windows.h
 
 #include <cstring>
+
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
