@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the benchmarks without sanitizers (build/bench) and runs every one of them,
-# then the run through our host under Wine for each architecture Wine runs here. Each
-# prints its figures as ratios to a baseline measured in the same run.
+# then, under Wine for each architecture Wine runs here, the run through our host and
+# the main dialog on a virtual screen. Each prints its figures as ratios to a baseline
+# measured in the same run.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh"
@@ -18,6 +19,10 @@ for arch in x64 x86; do
   echo "== host_run_bench ($arch)"
   if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>/dev/null)" = 1 ]; then
     wine_exec "$arch" "$root/build/$arch/bench/host_run_bench.exe"
+    echo "== dialog_bench ($arch)"
+    xvfb-run -a -s "-screen 0 1280x1024x24" bash -c \
+      'root=$1; source "$root/scripts/wine-env.sh"; wine_exec "$2" "$1/build/$2/bench/dialog_bench.exe"' \
+      _ "$root" "$arch" 2>&1 | grep -v '^X connection'
   else
     echo "skipped: $(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>&1 >/dev/null)"
   fi
