@@ -22,7 +22,7 @@
 #include "dialog/filter_dialog.h"
 #include "host/dll_instance.h"
 #include "storage/library_file.h"
-#include "tests/library_samples.h"
+#include "tests/support/library_samples.h"
 #include "tools/host/host_window.h"
 
 namespace tessellum {

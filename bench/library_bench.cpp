@@ -3,18 +3,15 @@
 // in the same run. Beside the totals it times the pieces: the format's own sequence of
 // small system calls replayed bare, and the commit and rename that make a save safe.
 // No target. Optional argument: the directory to work in (default: the temp directory).
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-
-#include <fcntl.h>
-
 #include <memory>
 #include <string>
-
-#include <unistd.h>
-
 #include <vector>
 
 #include "storage/library_file.h"

@@ -1,20 +1,17 @@
 // Hostile library files. Whatever the bytes, a load either throws one of the codes of a
 // refused file, with nothing left allocated and the file closed, or gives a library
 // that saves and loads back unchanged and saves again to the same bytes.
+#include <stdlib.h>
+#include <unistd.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <memory>
-
-#include <stdlib.h>
-
 #include <string>
-
-#include <unistd.h>
-
 #include <vector>
 
 #include "storage/library_file.h"
-#include "tests/library_samples.h"
+#include "tests/support/library_samples.h"
 
 namespace {
 

@@ -14,7 +14,7 @@ cxx=${CXX_FUZZ:-clang++}
 
 sources=(
   fuzz/library_fuzz.cpp
-  tests/library_samples.cpp
+  tests/support/library_samples.cpp
   color/web_safe.cpp color/palette.cpp color/ptr_list.cpp color/color_library.cpp
   storage/errno_codes.cpp storage/system_io.cpp storage/binary_file.cpp storage/library_file.cpp
 )
@@ -25,7 +25,7 @@ stale=0
 if [ ! -x "$binary" ]; then
   stale=1
 else
-  for f in "${sources[@]}" color/*.h storage/*.h tests/library_samples.h; do
+  for f in "${sources[@]}" color/*.h storage/*.h tests/support/library_samples.h; do
     if [ "$f" -nt "$binary" ]; then stale=1; fi
   done
 fi

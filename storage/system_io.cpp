@@ -1,11 +1,11 @@
 #include "storage/system_io.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <climits>
 #include <cstdio>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 #ifdef _WIN32
 #include <windows.h>

@@ -1,10 +1,9 @@
 #include "tests/dialog/dialog_driver.h"
 
-#include <atomic>
-
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 #include "tests/support/screenshot.h"

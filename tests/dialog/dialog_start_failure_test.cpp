@@ -4,11 +4,9 @@
 // dialog shows; one in the teardown loses only that save. Each time nothing is left
 // allocated, no dialog window remains, and the library file is byte for byte as before.
 #include <windows.h>
-
-#include <atomic>
-
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -17,10 +15,10 @@
 #include "host/dll_instance.h"
 #include "storage/library_file.h"
 #include "tests/dialog/dialog_driver.h"
-#include "tests/library_samples.h"
-#include "tests/scratch_directory.h"
 #include "tests/support/failing_heap.h"
+#include "tests/support/library_samples.h"
 #include "tests/support/plugin_path.h"
+#include "tests/support/scratch_directory.h"
 #include "tools/host/host_window.h"
 
 namespace tessellum {

@@ -4,11 +4,9 @@
 // afterwards the parameters block, the library file and the registry are read back.
 #include <windows.h>
 #include <commctrl.h>  // after windows.h
-
-#include <cstring>
-
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,9 +14,9 @@
 #include "controls/slider_geometry.h"
 #include "storage/library_file.h"
 #include "tests/dialog/dialog_driver.h"
-#include "tests/library_samples.h"
-#include "tests/scratch_directory.h"
+#include "tests/support/library_samples.h"
 #include "tests/support/plugin_path.h"
+#include "tests/support/scratch_directory.h"
 
 namespace tessellum::test {
 namespace {

@@ -1,0 +1,144 @@
+// Every allocation of a library load, and of a save, made to fail in turn: the code
+// thrown is ErrNoMemory, nothing stays allocated, no descriptor stays open, and the file
+// on disk is as it was. The failing heap replaces the global allocation functions.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "color/allocate.h"
+#include "storage/library_file.h"
+#include "tests/support/failing_heap.h"
+#include "tests/support/library_samples.h"
+#include "tests/support/scratch_directory.h"
+
+namespace tessellum {
+namespace {
+
+// The lowest free descriptor: a descriptor left open moves it up.
+int LowestFreeDescriptor() {
+    const int fd = open("/dev/null", O_RDONLY);
+    close(fd);
+    return fd;
+}
+
+// Runs the action failing allocation `failAt` (0: none); returns the code thrown (0: none)
+// and leaves the count in failingHeap.allocations. All it allocated must be gone at the end.
+template <typename Action>
+ErrorCode RunArmed(long failAt, Action action) {
+    test::failingHeap.Arm(failAt);
+    ErrorCode code = 0;
+    try {
+        action();
+    } catch (ErrorCode thrown) {
+        code = thrown;
+    }
+    test::failingHeap.Disarm();
+    EXPECT_EQ(test::failingHeap.live, 0) << "blocks left allocated, failing allocation " << failAt;
+    return code;
+}
+
+class AllocationFailureTest : public ::testing::Test {
+protected:
+    test::ScratchDirectory dir;
+    std::string path = dir.Path("Tessellum.dat");
+    int descriptor = 0;
+
+    void SetUp() override {
+        // Lists, colours and palettes, with empty ones among them: every kind of record.
+        std::unique_ptr<ColorLibrary> library(test::MakeSampleLibrary(3, 3, 2));
+        test::AddList(*library, "empty");
+        test::AddPalette(*library, "none", 0, 9);
+        LibraryFile().WriteLibrary(library.get(), path.c_str());
+        descriptor = LowestFreeDescriptor();
+    }
+};
+
+TEST_F(AllocationFailureTest, EveryAllocationOfALoad) {
+    bool leftOpen = false;
+    const auto load = [&] {
+        LibraryFile file;
+        try {
+            delete file.ReadLibrary(path.c_str());
+        } catch (ErrorCode) {
+            leftOpen = file.IsOpen();
+            throw;
+        }
+    };
+    ASSERT_EQ(RunArmed(0, load), 0);
+    const long allocations = test::failingHeap.allocations;
+    EXPECT_GT(allocations, 16);  // at least one for each of the 16 records
+    for (long n = 1; n <= allocations; ++n) {
+        EXPECT_EQ(RunArmed(n, load), ErrNoMemory) << "failing allocation " << n;
+        EXPECT_FALSE(leftOpen) << "failing allocation " << n;
+        EXPECT_EQ(LowestFreeDescriptor(), descriptor) << "failing allocation " << n;
+    }
+}
+
+// A save that fails for memory leaves the file as it was and no partial file. A refused
+// load comes first, so that the save also has a file to keep aside; where the failing
+// allocation was that load's own, the save goes through.
+TEST_F(AllocationFailureTest, EveryAllocationOfASave) {
+    const auto before = test::ReadWholeFile(path);
+    std::unique_ptr<ColorLibrary> library(test::MakeSampleLibrary(2, 2, 1));
+    const std::string other = dir.Path("other.dat");
+    test::WriteWholeFile(other, {'x'});
+    const auto save = [&] {
+        LibraryFile file;
+        try {
+            file.ReadLibrary(other.c_str());
+        } catch (ErrorCode) {
+        }
+        file.WriteLibrary(library.get(), path.c_str());
+    };
+    ASSERT_EQ(RunArmed(0, save), 0);
+    const long allocations = test::failingHeap.allocations;
+    const auto written = test::ReadWholeFile(path);
+    for (long n = 1; n <= allocations; ++n) {
+        test::WriteWholeFile(path, before);
+        const ErrorCode code = RunArmed(n, save);
+        EXPECT_TRUE(code == 0 || code == ErrNoMemory) << code << ", failing allocation " << n;
+        EXPECT_EQ(test::ReadWholeFile(path), code == 0 ? written : before) << n;
+        EXPECT_FALSE(std::filesystem::exists(path + ".tmp")) << "failing allocation " << n;
+        EXPECT_EQ(LowestFreeDescriptor(), descriptor) << "failing allocation " << n;
+    }
+}
+
+// Without memory a library that cannot get its second list frees the first, a palette
+// keeps its colours through a failed resize and is empty after a failed copy, and a
+// list keeps its nodes through a failed insertion.
+TEST(ModelAllocationFailure, StructuresStayConsistent) {
+    for (long n = 1; n <= 3; ++n)
+        EXPECT_EQ(RunArmed(n, [] { delete NewOrThrow<ColorLibrary>(); }), ErrNoMemory) << n;
+    Palette palette(2);
+    palette.Colors()[0] = 7;
+    EXPECT_EQ(RunArmed(1, [&] { palette.Resize(10); }), ErrNoMemory);
+    ASSERT_EQ(palette.Count(), 2u);
+    EXPECT_EQ(palette.Colors()[0], 7);
+
+    const Palette other(3);
+    EXPECT_EQ(RunArmed(1, [&] { palette.Assign(other); }), ErrNoMemory);
+    EXPECT_EQ(palette.Count(), 0u);
+    EXPECT_EQ(palette.Colors(), nullptr);
+
+    PtrList list;
+    int a = 1, b = 2;
+    EXPECT_EQ(RunArmed(1, [&] { list.Append(&a); }), ErrNoMemory);
+    EXPECT_TRUE(list.Head() == nullptr && list.Tail() == nullptr);
+    list.Append(&a);
+    const std::function<void()> insertions[] = {
+        [&] { list.Append(&b); }, [&] { list.InsertAfter(list.Head(), &b); },
+        [&] { list.InsertBefore(list.Head(), &b); }, [&] { list.InsertAt(0, &b); },
+        [&] { list.InsertAt(1, &b); }};
+    for (const auto& insert : insertions) {
+        EXPECT_EQ(RunArmed(1, insert), ErrNoMemory);
+        EXPECT_TRUE(list.Head() == list.Tail() && list.Head()->prev == nullptr &&
+                    list.Head()->next == nullptr);
+    }
+}
+
+}  // namespace
+}  // namespace tessellum
