@@ -18,6 +18,7 @@
 #include <string>
 
 #include "bench/best_time.h"
+#include "bench/program_folder.h"
 #include "color/allocate.h"
 #include "dialog/filter_dialog.h"
 #include "host/dll_instance.h"
@@ -36,13 +37,6 @@ using Clock = std::chrono::steady_clock;
 constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
 constexpr int kRounds = 5;
 constexpr int kSteps = 200;
-
-std::string FolderOfThisProgram() {
-    char path[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string folder(path, length);
-    return folder.erase(folder.find_last_of("\\/") + 1);
-}
 
 void SetValue(HKEY root, const char* name, DWORD type, const void* data, DWORD size) {
     HKEY key = nullptr;
@@ -69,37 +63,27 @@ struct Measure {
 Measure* current = nullptr;
 WNDPROC hostProcedure = nullptr;
 
+// The best time of one `step(i)` over rounds of kSteps.
+template <typename Step>
+double PerStep(Step&& step) {
+    return bench::BestSeconds(3,
+                              [&] {
+                                  for (int i = 0; i < kSteps; ++i) step(i);
+                              }) /
+           kSteps;
+}
+
 void MeasureSteps(Measure& m) {
     RgbSliderPanel& sliders = *m.dialog->Sliders();
-    int value = 0;
-    m.stepSeconds =
-        bench::BestSeconds(3,
-                           [&] {
-                               for (int i = 0; i < kSteps; ++i, value = (value + 7) & 255) {
-                                   sliders.SetRed(static_cast<uint8_t>(value));
-                                   m.dialog->SlidersChanged();
-                               }
-                           }) /
-        kSteps;
-    m.sliderSeconds =
-        bench::BestSeconds(3,
-                           [&] {
-                               for (int i = 0; i < kSteps; ++i, value = (value + 7) & 255)
-                                   sliders.SetRed(static_cast<uint8_t>(value));
-                           }) /
-        kSteps;
-    m.mainPreviewSeconds = bench::BestSeconds(3,
-                                              [&] {
-                                                  for (int i = 0; i < kSteps; ++i)
-                                                      m.dialog->DrawMainPreview();
-                                              }) /
-                           kSteps;
-    m.pickerPreviewSeconds = bench::BestSeconds(3,
-                                                [&] {
-                                                    for (int i = 0; i < kSteps; ++i)
-                                                        m.dialog->DrawPickerPreview();
-                                                }) /
-                             kSteps;
+    // Every step moves red on, so that no step repeats the one before.
+    const auto red = [](int i) { return static_cast<uint8_t>(i * 7); };
+    m.stepSeconds = PerStep([&](int i) {
+        sliders.SetRed(red(i));
+        m.dialog->SlidersChanged();
+    });
+    m.sliderSeconds = PerStep([&](int i) { sliders.SetRed(red(i + 1)); });
+    m.mainPreviewSeconds = PerStep([&](int) { m.dialog->DrawMainPreview(); });
+    m.pickerPreviewSeconds = PerStep([&](int) { m.dialog->DrawPickerPreview(); });
     HWND page = FindWindowExA(GetDlgItem(m.dialog->Window(), 1008), nullptr, nullptr, nullptr);
     for (; page && !GetDlgItem(page, 1030); page = GetWindow(page, GW_HWNDNEXT)) {
     }
@@ -107,13 +91,7 @@ void MeasureSteps(Measure& m) {
     GetClientRect(page, &client);
     OffscreenBitmap picture(page, client.right, client.bottom, true);
     picture.Fill(0xC0, 0xC0, 0xC0);
-    m.blitSeconds =
-        bench::BestSeconds(3,
-                           [&] {
-                               for (int i = 0; i < kSteps; ++i)
-                                   picture.Blit(0, 0, 0, 0, client.right, client.bottom);
-                           }) /
-        kSteps;
+    m.blitSeconds = PerStep([&](int) { picture.Blit(0, 0, 0, 0, client.right, client.bottom); });
 }
 
 LRESULT CALLBACK HostProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -154,7 +132,7 @@ double BestOpening(HWND host) {
 }  // namespace
 
 int main() {
-    const std::string here = FolderOfThisProgram();
+    const std::string here = bench::FolderOfThisProgram();
     hDllInstance = LoadLibraryA((here + "..\\Tessellum.8bf").c_str());
     HWND host = host::MakeHostWindow("dialog bench");
     if (hDllInstance == nullptr || host == nullptr) {

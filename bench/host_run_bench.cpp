@@ -9,6 +9,7 @@
 #include <string>
 
 #include "bench/best_time.h"
+#include "bench/program_folder.h"
 #include "host/band_fill.h"
 #include "host/filter_parameters.h"
 #include "tools/host/filter_host.h"
@@ -17,14 +18,6 @@ namespace {
 
 constexpr int kSide = 10000;
 constexpr int kRounds = 3;
-
-std::string PluginBesideUs() {
-    char path[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string folder(path, length);
-    folder.erase(folder.find_last_of("\\/") + 1);
-    return folder + "..\\Tessellum.8bf";  // the bench lives one folder below the plug-in
-}
 
 }  // namespace
 
@@ -48,7 +41,8 @@ int main() {
     });
 
     try {
-        PluginLibrary plugin(PluginBesideUs());
+        // The bench lives one folder below the plug-in.
+        PluginLibrary plugin(bench::FolderOfThisProgram() + "..\\Tessellum.8bf");
         FilterSession session(plugin);
         session.SetParametersBlock(std::vector<uint8_t>(bytes, bytes + sizeof parameters));
         RunOptions options;
