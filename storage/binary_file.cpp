@@ -1,5 +1,6 @@
 #include "storage/binary_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -32,7 +33,12 @@ void FileName::SetName(const char* path) {
 }
 
 BinaryFile::~BinaryFile() {
-    if (isOpen) system_io::CloseDescriptor(fd);
+    if (!isOpen) return;
+    try {
+        Flush();
+    } catch (ErrorCode) {
+    }
+    system_io::CloseDescriptor(fd);
 }
 
 void BinaryFile::Open(OpenMode openMode) {
@@ -46,11 +52,15 @@ void BinaryFile::Open(OpenMode openMode) {
         default: fd = system_io::OpenForReadWrite(name); break;
     }
     if (fd == -1) throw ErrorForOpenErrno(errno);
+    held = next = 0;
+    holdsWrites = false;
     isOpen = true;
 }
 
 void BinaryFile::Close() {
     if (!isOpen) throw ErrNotOpen;
+    Flush();
+    held = next = 0;
     if (system_io::CloseDescriptor(fd) != 0) ThrowErrno(EBADF);
     isOpen = false;
     // A later Seek, which does not test for an open file, then fails instead of moving
@@ -68,19 +78,61 @@ void BinaryFile::RequireWritable() const {
     if ((mode & kOpenWrite) == 0) throw ErrWrongAccess;
 }
 
-void BinaryFile::ReadSome(uint8_t* buffer, uint32_t size) {
-    const int64_t count = system_io::activeRead(fd, buffer, size);
-    if (count < 0) ThrowErrno(EBADF);  // whatever errno holds
-    if (count == 0) throw ErrEndOfFile;
+void BinaryFile::Flush() {
+    if (!holdsWrites) return;
+    const uint32_t size = held;
+    held = next = 0;
+    holdsWrites = false;
+    errno = 0;
+    const int64_t count = system_io::activeWrite(fd, store, size);
+    if (count != static_cast<int64_t>(size)) ThrowErrno(errno);
 }
 
-void BinaryFile::WriteAll(const uint8_t* buffer, uint32_t size) {
-    // An empty palette has no array; some runtimes refuse a null buffer even for 0 bytes.
-    const uint8_t none = 0;
-    if (buffer == nullptr) buffer = &none;
-    errno = 0;
-    const int64_t count = system_io::activeWrite(fd, buffer, size);
-    if (count != static_cast<int64_t>(size)) ThrowErrno(errno);
+void BinaryFile::DropReadAhead() {
+    const uint32_t unread = Unread();
+    held = next = 0;
+    if (unread != 0 && system_io::SeekDescriptor(fd, -int64_t{unread}, kSeekCurrent) == -1)
+        ThrowErrno(errno);
+}
+
+void BinaryFile::ReadSome(uint8_t* out, uint32_t size) {
+    Flush();
+    uint32_t copied = std::min(size, Unread());
+    std::memcpy(out, store + next, copied);
+    next += copied;
+    if (copied == size) return;
+    // The buffer is spent: a large rest goes straight to the caller, a small one comes
+    // with the next bytes ahead.
+    held = next = 0;
+    const uint32_t rest = size - copied;
+    const bool direct = rest >= kBufferSize;
+    const int64_t count =
+        system_io::activeRead(fd, direct ? out + copied : store, direct ? rest : kBufferSize);
+    if (count < 0) ThrowErrno(EBADF);  // whatever errno holds
+    if (direct) {
+        copied += static_cast<uint32_t>(count);
+    } else {
+        held = static_cast<uint32_t>(count);
+        next = std::min(rest, held);
+        std::memcpy(out + copied, store, next);
+        copied += next;
+    }
+    if (copied == 0) throw ErrEndOfFile;
+}
+
+void BinaryFile::WriteAll(const uint8_t* bytes, uint32_t size) {
+    if (!holdsWrites) DropReadAhead();
+    if (size == 0) return;
+    if (held + size > kBufferSize) Flush();
+    if (size >= kBufferSize) {
+        errno = 0;
+        const int64_t count = system_io::activeWrite(fd, bytes, size);
+        if (count != static_cast<int64_t>(size)) ThrowErrno(errno);
+        return;
+    }
+    std::memcpy(store + held, bytes, size);
+    held += size;
+    holdsWrites = true;
 }
 
 void BinaryFile::Read(void* buffer, uint32_t size) {
@@ -96,7 +148,9 @@ void BinaryFile::Write(const void* buffer, uint32_t size) {
 
 int32_t BinaryFile::Tell() {
     if (!isOpen) throw ErrNotOpen;
-    return CheckedPosition(system_io::SeekDescriptor(fd, 0, kSeekCurrent));
+    const int64_t position = system_io::SeekDescriptor(fd, 0, kSeekCurrent);
+    if (position == -1) ThrowErrno(errno);
+    return CheckedPosition(holdsWrites ? position + held : position - Unread());
 }
 
 void BinaryFile::Seek(SeekOrigin origin, int32_t offset) {
@@ -104,21 +158,28 @@ void BinaryFile::Seek(SeekOrigin origin, int32_t offset) {
     // Closed: refused here as the system would, since some runtimes treat a bad
     // descriptor as a fault of the program rather than an error.
     if (fd < 0) ThrowErrno(EBADF);
-    CheckedPosition(system_io::SeekDescriptor(fd, offset, origin));
+    Flush();
+    // The caller's position is behind the system's by the bytes read ahead.
+    const int64_t from = origin == kSeekCurrent ? int64_t{offset} - Unread() : offset;
+    held = next = 0;
+    CheckedPosition(system_io::SeekDescriptor(fd, from, origin));
 }
 
 int32_t BinaryFile::Length() {
     if (!isOpen) throw ErrNotOpen;
+    Flush();
     return CheckedPosition(system_io::DescriptorLength(fd));
 }
 
 void BinaryFile::Commit() {
     if (!isOpen) throw ErrNotOpen;
+    Flush();
     if (system_io::CommitDescriptor(fd) != 0) ThrowErrno(errno);
 }
 
 uint8_t BinaryFile::ReadU8() {
     RequireReadable();
+    if (next < held && !holdsWrites) return store[next++];
     uint8_t byte = 0;
     ReadSome(&byte, 1);
     return byte;

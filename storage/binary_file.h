@@ -1,5 +1,9 @@
 // The checked file stream. Every call is checked and every failure is thrown as an
-// ErrorCode, so a reader or writer of a format is a straight run of calls.
+// ErrorCode, so a reader or writer of a format is a straight run of calls. Reads come
+// from a read-ahead buffer and writes gather in the same buffer, so that a format does
+// not cost a system call per field; what reaches the disk, and which code a fault gives,
+// is as if each call went to the system, except that a write fault shows when the
+// gathered bytes go out: at Seek, Length, Commit or Close at the latest.
 #pragma once
 
 #include <cstdint>
@@ -49,10 +53,10 @@ public:
 
     void Open(OpenMode openMode);
     void Close();
-    // One system read of up to size bytes: fewer is not an error, none at all is
+    // Up to size bytes: fewer (at the end of the file) is not an error, none at all is
     // ErrEndOfFile. Size 0 returns at once.
     void Read(void* buffer, uint32_t size);
-    // One system write; a short count is a failure.
+    // All size bytes or a failure; size 0 does nothing.
     void Write(const void* buffer, uint32_t size);
     int32_t Tell();
     void Seek(SeekOrigin origin, int32_t offset);
@@ -60,8 +64,8 @@ public:
     // Makes what was written durable on the disk.
     void Commit();
 
-    // One system call each. A read that ends inside the integer returns normally with
-    // the missing bytes zero; the next read finds the end of the file.
+    // A read that ends inside the integer returns normally with the missing bytes zero;
+    // the next read finds the end of the file.
     uint8_t ReadU8();
     uint16_t ReadU16BE();
     uint16_t ReadU16LE();
@@ -79,10 +83,23 @@ protected:
     int32_t fd = 0;
 
 private:
+    static constexpr uint32_t kBufferSize = 32 * 1024;
+
     void RequireReadable() const;
     void RequireWritable() const;
     void ReadSome(uint8_t* buffer, uint32_t size);
     void WriteAll(const uint8_t* buffer, uint32_t size);
+    // Hands the gathered writes to the system. The buffer is empty afterwards, also
+    // when that fails, so that a Close after a failure can close.
+    void Flush();
+    // Forgets the bytes read ahead, moving the system's position back to the caller's.
+    void DropReadAhead();
+    uint32_t Unread() const { return holdsWrites ? 0 : held - next; }
+
+    uint32_t held = 0;         // bytes in `store`
+    uint32_t next = 0;         // reading: the first byte not yet handed out
+    bool holdsWrites = false;  // the held bytes are writes, not reads ahead
+    uint8_t store[kBufferSize];
 };
 
 }  // namespace tessellum

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
 #include <vector>
@@ -99,7 +100,7 @@ TEST_F(BinaryFileTest, EveryByteValueAndPositions) {
     file.SetName(other.c_str());  // the open descriptor stays on the first file
     EXPECT_EQ(file.Tell(), 0);
     file.Write(all.data(), 263);
-    file.Write(all.data(), 0);  // a write of nothing is a write all the same, and succeeds
+    file.Write(all.data(), 0);  // a write of nothing does nothing
     EXPECT_EQ(file.Tell(), 263);
     EXPECT_EQ(file.Length(), 263);
     file.Close();
@@ -155,25 +156,93 @@ TEST_F(BinaryFileTest, SystemFailuresBecomeCodes) {
     Open(file, kOpenRead, path);
     {
         // A failed read is a failed descriptor whatever errno says.
-        IoFault fault(IoFault::kFailingRead, 1, ENOSPC);
-        EXPECT_EQ(file.ReadU8(), 1);
-        EXPECT_EQ(CodeOf([&] { file.ReadU16BE(); }), ErrBadHandle);
+        IoFault fault(IoFault::kFailingRead, 0, ENOSPC);
+        EXPECT_EQ(CodeOf([&] { file.ReadU8(); }), ErrBadHandle);
     }
+    EXPECT_EQ(file.ReadU16BE(), 0x0102) << "a failed read takes nothing";
     file.Close();
 
+    // Writes gather and a fault shows when they go out, at Close at the latest. That
+    // Close leaves the file open and drops the failed bytes, so the next one closes.
     Open(file, kOpenWrite, path);
     {
-        IoFault fault(IoFault::kFailingWrite, 2, ENOSPC);
+        IoFault fault(IoFault::kFailingWrite, 0, ENOSPC);
         file.WriteU8(1);
         file.WriteU16BE(2);
-        EXPECT_EQ(CodeOf([&] { file.WriteU32LE(3); }), ErrDiskFull);
-        EXPECT_EQ(CodeOf([&] { file.Write("x", 0); }), ErrDiskFull);  // even 0 bytes calls
+        file.Write("x", 0);
+        EXPECT_EQ(CodeOf([&] { file.Close(); }), ErrDiskFull);
+        EXPECT_TRUE(file.IsOpen());
+        EXPECT_EQ(CodeOf([&] { file.Close(); }), 0) << "the failed bytes were dropped";
     }
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(ReadWholeFile(path), Bytes{});
+    Open(file, kOpenWrite, path);
     {
         // Fewer bytes than asked, with no error from the system: a general failure.
         IoFault fault(IoFault::kShortWrite, 0, 0);
-        EXPECT_EQ(CodeOf([&] { file.WriteU32BE(7); }), ErrGeneral);
+        file.WriteU32BE(7);
+        EXPECT_EQ(CodeOf([&] { file.Commit(); }), ErrGeneral);
     }
+    {
+        // More than the buffer holds goes out at once, and fails at once.
+        IoFault fault(IoFault::kFailingWrite, 0, ENOSPC);
+        const Bytes big(100000, 9);
+        EXPECT_EQ(CodeOf([&] { file.Write(big.data(), 100000); }), ErrDiskFull);
+    }
+    file.Close();
+}
+
+// Files much larger than the buffer, written and read in every size of call, mixed
+// with seeks and, in mode 3, reads and writes in turn: the bytes and positions are
+// those of a stream without a buffer.
+TEST_F(BinaryFileTest, LargeFilesAcrossTheBuffer) {
+    Bytes expected;
+    BinaryFile file;
+    Open(file, kOpenWrite, path);
+    for (uint32_t i = 0; expected.size() < 300000; ++i) {
+        const uint8_t v = static_cast<uint8_t>(i * 13);
+        if (i % 3 == 0) {
+            file.WriteU8(v);
+            expected.push_back(v);
+        } else if (i % 3 == 1) {
+            file.WriteU16BE(static_cast<uint16_t>(v << 8 | 0x5A));
+            expected.insert(expected.end(), {v, 0x5A});
+        } else {
+            const Bytes run((i * 7919) % 70000, v);  // some runs exceed the buffer
+            file.Write(run.data(), static_cast<uint32_t>(run.size()));
+            expected.insert(expected.end(), run.begin(), run.end());
+        }
+        ASSERT_EQ(file.Tell(), static_cast<int32_t>(expected.size())) << "call " << i;
+    }
+    EXPECT_EQ(file.Length(), static_cast<int32_t>(expected.size()));
+    file.Close();
+    ASSERT_EQ(ReadWholeFile(path), expected);
+
+    Open(file, kOpenReadWrite, path);
+    Bytes back;
+    for (uint32_t i = 0; back.size() < expected.size(); ++i) {
+        if (i % 3 == 0) {
+            back.push_back(file.ReadU8());
+        } else {
+            Bytes run(std::min<size_t>((i * 7919) % 70000 + 1, expected.size() - back.size()));
+            file.Read(run.data(), static_cast<uint32_t>(run.size()));
+            back.insert(back.end(), run.begin(), run.end());
+        }
+        ASSERT_EQ(file.Tell(), static_cast<int32_t>(back.size())) << "call " << i;
+    }
+    EXPECT_EQ(back, expected);
+    EXPECT_EQ(CodeOf([&] { file.ReadU8(); }), ErrEndOfFile);
+    // Reads and writes in turn, in the middle: each write lands where the reads stopped.
+    file.Seek(kSeekStart, 1000);
+    EXPECT_EQ(file.ReadU8(), expected[1000]);
+    file.WriteU16BE(0xBEEF);
+    EXPECT_EQ(file.ReadU8(), expected[1003]);
+    file.Seek(kSeekCurrent, -2);
+    EXPECT_EQ(file.ReadU8(), 0xEF);
+    file.Close();
+    expected[1001] = 0xBE;
+    expected[1002] = 0xEF;
+    EXPECT_EQ(ReadWholeFile(path), expected);
 }
 
 // Both tables, on this runtime's errno values, which match those of the other.

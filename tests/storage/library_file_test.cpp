@@ -167,7 +167,7 @@ TEST_F(LibraryFileTest, SaveAndLoadKeepEverything) {
 // file, and the file closed.
 TEST_F(LibraryFileTest, FailedSaveKeepsThePreviousLibrary) {
     Save(*WorkedExampleLibrary());
-    Library next(test::MakeSampleLibrary(3, 4, 2));
+    Library next(test::MakeSampleLibrary(4, 100, 4));  // several buffers' worth
     int failures = 0;
     for (int succeeding = 0;; ++succeeding) {
         test::IoFault fault(test::IoFault::kFailingWrite, succeeding, ENOSPC);
@@ -182,7 +182,7 @@ TEST_F(LibraryFileTest, FailedSaveKeepsThePreviousLibrary) {
         EXPECT_EQ(ReadWholeFile(path), kWorkedExample) << "write call " << succeeding;
         EXPECT_EQ(dir.Files(), Names{"Tessellum.dat"}) << "write call " << succeeding;
     }
-    EXPECT_GT(failures, 50);  // every record of the library was a place to fail
+    EXPECT_GE(failures, 3);  // each buffer's worth was a place to fail
     EXPECT_EQ(test::CompareLibraries(*next, *Load()), "");
 }
 
@@ -194,7 +194,7 @@ TEST_F(LibraryFileTest, RefusedFileIsKeptAside) {
     EXPECT_EQ(LoadCode(foreign), ErrBadMagic);
     const Library library = WorkedExampleLibrary();
     {  // a save that fails moves nothing
-        test::IoFault fault(test::IoFault::kFailingWrite, 3, ENOSPC);
+        test::IoFault fault(test::IoFault::kFailingWrite, 0, ENOSPC);
         EXPECT_EQ(CodeOf([&] { file.WriteLibrary(library.get(), path.c_str()); }), ErrDiskFull);
     }
     EXPECT_EQ(dir.Files(), Names{"Tessellum.dat"});
