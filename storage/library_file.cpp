@@ -1,6 +1,5 @@
 #include "storage/library_file.h"
 
-#include <cerrno>
 #include <cstring>
 #include <memory>
 
@@ -8,19 +7,6 @@
 #include "storage/system_io.h"
 
 namespace tessellum {
-namespace {
-
-std::unique_ptr<char[]> PathWithSuffix(const char* path, const char* suffix) {
-    const size_t pathLength = std::strlen(path);
-    const size_t suffixLength = std::strlen(suffix);
-    std::unique_ptr<char[]> joined(
-        reinterpret_cast<char*>(NewBytesOrThrow(pathLength + suffixLength + 1)));
-    std::memcpy(joined.get(), path, pathLength);
-    std::memcpy(joined.get() + pathLength, suffix, suffixLength + 1);
-    return joined;
-}
-
-}  // namespace
 
 ColorLibrary* LibraryFile::ReadLibrary(const char* path) {
     try {
@@ -100,41 +86,13 @@ void LibraryFile::ReadRecords(ColorLibrary& library) {
 
 void LibraryFile::WriteLibrary(const ColorLibrary* library, const char* path) {
     if (library == nullptr) return;
-    std::unique_ptr<char[]> savingPath = PathWithSuffix(path, kSavingSuffix);
     std::unique_ptr<char[]> asidePath;
     if (keepAsideOnSave) asidePath = PathWithSuffix(path, kKeptAsideSuffix);
 
     // The library's folder may not exist yet (the default one rarely does): a missing
     // folder must not drop the user's lists.
     system_io::MakeFolderOf(path);
-    SetName(savingPath.get());
-    try {
-        Open(kOpenWrite);
-        WriteRecords(*library);
-        Commit();
-        Close();
-    } catch (ErrorCode) {
-        if (isOpen) {
-            try {
-                Close();
-            } catch (ErrorCode) {
-            }
-        }
-        system_io::RemoveFile(savingPath.get());
-        throw;
-    }
-
-    if (asidePath != nullptr && system_io::FileExists(path) &&
-        system_io::MoveReplacing(path, asidePath.get()) != 0) {
-        const int error = errno;
-        system_io::RemoveFile(savingPath.get());
-        ThrowErrno(error);
-    }
-    if (system_io::MoveReplacing(savingPath.get(), path) != 0) {
-        const int error = errno;
-        system_io::RemoveFile(savingPath.get());
-        ThrowErrno(error);
-    }
+    SafeSave(*this, path, asidePath.get(), [&] { WriteRecords(*library); });
     keepAsideOnSave = false;
 }
 

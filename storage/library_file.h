@@ -4,6 +4,7 @@
 
 #include "color/color_library.h"
 #include "storage/binary_file.h"
+#include "storage/safe_save.h"
 
 namespace tessellum {
 
@@ -18,10 +19,8 @@ constexpr uint8_t kTagColorList = 0x2C;  // ','
 constexpr uint8_t kTagColor = 0x21;      // '!', joins the latest colour list
 constexpr uint8_t kTagPalette = 0x2F;    // '/'
 constexpr uint8_t kTagEnd = 0x3B;        // ';'
-constexpr uint8_t kTagFiller = 0x00;     // skipped; never written
+constexpr uint8_t kTagFiller = 0x00;     // skipped; never written in a library
 
-// Beside the library file while a save is under way; renamed over it when complete.
-constexpr char kSavingSuffix[] = ".tmp";
 // Where a file that the load refused is kept when the first save replaces it.
 constexpr char kKeptAsideSuffix[] = ".bak";
 
