@@ -1,6 +1,7 @@
-// Every allocation of a library load, and of a save, made to fail in turn: the code
-// thrown is ErrNoMemory, nothing stays allocated, no descriptor stays open, and the file
-// on disk is as it was. The failing heap replaces the global allocation functions.
+// Every allocation of a library load, of a save, of a list import and of a colour table
+// read made to fail in turn: the code thrown is ErrNoMemory, nothing stays allocated, no
+// descriptor stays open, and the file on disk is as it was. The failing heap replaces the
+// global allocation functions.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -10,7 +11,9 @@
 #include <string>
 
 #include "color/allocate.h"
+#include "storage/color_table.h"
 #include "storage/library_file.h"
+#include "storage/list_file.h"
 #include "tests/support/failing_heap.h"
 #include "tests/support/library_samples.h"
 #include "tests/support/scratch_directory.h"
@@ -105,6 +108,49 @@ TEST_F(AllocationFailureTest, EveryAllocationOfASave) {
         EXPECT_FALSE(std::filesystem::exists(path + ".tmp")) << "failing allocation " << n;
         EXPECT_EQ(LowestFreeDescriptor(), descriptor) << "failing allocation " << n;
     }
+}
+
+// A list import and a colour table read, each allocation failing in turn, and also
+// refusing a damaged file, leave nothing allocated and nothing open.
+TEST_F(AllocationFailureTest, EveryAllocationOfAListImportAndATableRead) {
+    const std::string list = dir.Path("Web.tsl"), table = dir.Path("web.act");
+    ColorList sample;
+    CopyName(sample.name, "Web");
+    for (uint8_t size : {2, 8, 5}) test::AddColor(sample, std::string(size, 'c'), size, size);
+    ListFile().WriteList(&sample, list.c_str());
+    test::WriteWholeFile(table, std::vector<uint8_t>(768, 0x33));
+
+    bool leftOpen = false;
+    const auto importList = [&] {
+        ListFile file;
+        try {
+            delete file.ReadList(list.c_str());
+        } catch (ErrorCode) {
+            leftOpen = file.IsOpen();
+            throw;
+        }
+    };
+    const auto readTable = [&] { delete ReadColorTable(table.c_str()); };
+    const auto sweep = [&](const std::function<void()>& read, long atLeast) {
+        ASSERT_EQ(RunArmed(0, read), 0);
+        const long allocations = test::failingHeap.allocations;
+        EXPECT_GE(allocations, atLeast);
+        for (long n = 1; n <= allocations; ++n) {
+            EXPECT_EQ(RunArmed(n, read), ErrNoMemory) << "failing allocation " << n;
+            EXPECT_FALSE(leftOpen) << "failing allocation " << n;
+            EXPECT_EQ(LowestFreeDescriptor(), descriptor) << "failing allocation " << n;
+        }
+    };
+    sweep(importList, 8);  // the list, its file name, each colour and its node
+    sweep(readTable, 2);   // the palette and its colours
+    auto cut = test::ReadWholeFile(list);
+    cut.pop_back();
+    test::WriteWholeFile(list, cut);
+    test::WriteWholeFile(table, std::vector<uint8_t>(767, 0x33));
+    EXPECT_EQ(RunArmed(0, importList), ErrEndOfFile);
+    EXPECT_EQ(RunArmed(0, readTable), ErrBadData);
+    EXPECT_FALSE(leftOpen);
+    EXPECT_EQ(LowestFreeDescriptor(), descriptor);
 }
 
 // Without memory a library that cannot get its second list frees the first, a palette
