@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "color/palette.h"
+#include "storage/error_code.h"
 
 namespace tessellum {
 
