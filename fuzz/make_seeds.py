@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the seed corpus of the library fuzz target from its readable description.
+"""Writes the seed corpus of a fuzz target from its readable description.
 
 Usage: make_seeds.py SEEDS.txt OUTPUT_DIRECTORY
 """

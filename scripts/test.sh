@@ -14,8 +14,8 @@ ctest --test-dir "$root/build/native" -j"$(nproc)" --output-on-failure 2>&1 | te
 xvfb-run -a -s "-screen 0 1280x1024x24" bash "$root/scripts/windows-tests.sh" "$logs"
 windows_status=$?
 
-# A short fuzzing round of the library reader on its seed corpus (longer: see README).
-echo "test: fuzzing the library reader for ${TESSELLUM_FUZZ_SECONDS:-60} seconds"
+# A short fuzzing round of the three file readers on their seed corpora (longer: see README).
+echo "test: fuzzing the library, list and colour table readers for ${TESSELLUM_FUZZ_SECONDS:-60} seconds"
 if bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-60}" >"$logs/fuzz.out" 2>&1; then
   fuzz_failed=0
   tail -n 12 "$logs/fuzz.out" | grep -E '^stat::number_of_executed_units|^Done' || true
