@@ -1,12 +1,14 @@
 // What the main dialog decides, apart from how it shows it: which Pattern is in force,
-// the limit of the run-time menus, the state of the Color Picker page, the grid size a
-// menu command stands for, the texts of the grid button and of the list items, and the
-// width of the collapsed dialog. Portable and free of any platform call, so that the
+// the limit of the run-time menus, where the selection goes after each command, the
+// texts of the name prompts, the state of the Color Picker page, the grid size a menu
+// command stands for, the texts of the grid button and of the list items, and the width
+// of the collapsed dialog. Portable and free of any platform call, so that the
 // decisions are tested natively. The Win32 side (dialog/filter_dialog.h) provides:
 //
 //   the selected row of the colour list box and the entry behind it (SelectedEntry)
 //   the outer and client widths of the dialog and the right edge of a control
 //   menus to load and append to, the texts of buttons, and the paint of each page
+//   the name prompt, the confirmations and the file dialogs of the commands
 #pragma once
 
 #include <cstdint>
@@ -44,6 +46,40 @@ constexpr MenuItems LimitMenuItems(int total, int selected) {
     if (total == 0) return {0, -1};
     return {total, selected};
 }
+
+// After a command the colour list box is rebuilt and row 0 selected, except where the
+// command selects a row of its own. The list in force after DeleteList is the first
+// (not a neighbour), after an import it is the one before, or the first if there was none.
+constexpr int ListAfterDelete(int remaining) {
+    return remaining > 0 ? 0 : -1;
+}
+constexpr int ListAfterImport(int selected) {
+    return selected < 0 ? 0 : selected;
+}
+// The row above a deleted colour, or the first.
+constexpr int RowAfterDeleteColor(int deletedRow) {
+    return deletedRow > 0 ? deletedRow - 1 : 0;
+}
+// The row the new name landed in, or the first when the prompt was cancelled (-1).
+constexpr int RowAfterNameColor(int renamedRow) {
+    return renamedRow >= 0 ? renamedRow : 0;
+}
+
+// What the name prompt of a command shows. Every prompt gets a zeroed buffer of a name's
+// size but takes at most 253 characters (the edit field's limit is size - 1), so that a
+// typed name always fits the files' length byte with room to spare.
+constexpr int kPromptBufferBytes = 256;
+constexpr int kPromptSize = 254;
+struct PromptTexts {
+    const char* caption;
+    const char* prompt;
+    const char* initial;  // null: the name being changed
+};
+constexpr PromptTexts kNewListPrompt = {"Create new color list", "Enter new color list name",
+                                        "New List"};
+constexpr PromptTexts kNewColorPrompt = {"Create a new color", "Enter new color name", "New Color"};
+constexpr PromptTexts kNameListPrompt = {"Name List", "Enter new name", nullptr};
+constexpr PromptTexts kNameColorPrompt = {"Name Color", "Enter new name", nullptr};
 
 // The GridSize of a GRIDSIZE command, or 0 for any other id (there is no 7 x 7 item).
 constexpr uint8_t GridSizeOfCommand(int id) {

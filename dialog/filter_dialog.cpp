@@ -348,15 +348,13 @@ bool MainCommand(FilterDialog& dialog, HWND window, int id, int code) {
         case IDC_COLOR_BOX:
             if (code == LBN_SELCHANGE) dialog.ColorSelectionChanged();
             return true;
-        // Making, naming and deleting lists and colours, and the list files, are taken
-        // here and do nothing yet.
-        case IDC_NAME_COLOR:
-        case IDC_NEW_COLOR:
-        case IDM_NEW_LIST:
-        case IDM_NAME_LIST:
-        case IDM_DELETE_LIST:
-        case IDM_IMPORT_LIST:
-        case IDM_EXPORT_LIST: return true;
+        case IDC_NAME_COLOR: dialog.NameColor(); return true;
+        case IDC_NEW_COLOR: dialog.NewColor(); return true;
+        case IDM_NEW_LIST: dialog.NewList(); return true;
+        case IDM_NAME_LIST: dialog.NameList(); return true;
+        case IDM_DELETE_LIST: dialog.DeleteList(); return true;
+        case IDM_IMPORT_LIST: dialog.ImportList(); return true;
+        case IDM_EXPORT_LIST: dialog.ExportList(); return true;
         default: return false;
     }
 }
@@ -366,7 +364,12 @@ INT_PTR MainDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG: dialog.InitDialog(window); return 0;
         case WM_PAINT: dialog.RefreshDialog(); return 0;
-        case WM_VKEYTOITEM: return LOWORD(wParam) == VK_DELETE ? -2 : -1;
+        // Delete in the colour list box deletes the colour; every other key keeps its
+        // usual effect there.
+        case WM_VKEYTOITEM:
+            if (LOWORD(wParam) != VK_DELETE) return -1;
+            dialog.DeleteColor();
+            return -2;
         case WM_NOTIFY: {
             const NMHDR* header = reinterpret_cast<const NMHDR*>(lParam);
             if (header->idFrom == IDC_TABS && header->code == static_cast<UINT>(TCN_SELCHANGE))

@@ -23,14 +23,14 @@
 #include "controls/swatch_grid.h"
 #include "controls/tool_group.h"
 #include "storage/library_file.h"
+#include "storage/list_file.h"
 
 namespace tessellum {
 
+struct PromptTexts;
+
 // A page posts this to itself on WM_ERASEBKGND, so that it paints again after the erase.
 constexpr UINT WM_REPAINTPAGE = 0x9999;
-
-// The exchange file of one list; its reading and writing come with the list commands.
-class ListFile : public BinaryFile {};
 
 class FilterDialog {
 public:
@@ -83,6 +83,20 @@ public:
     void SetEditorTool(int32_t tool);
     void PickSwatch();
 
+    // Lists and colours made, named and deleted; lists exchanged as files.
+    void NewList();
+    void NameList();
+    void DeleteList();
+    void NewColor();
+    void NameColor();
+    void DeleteColor();
+    void ImportList();
+    void ExportList();
+
+    // Colour tables loaded into the library as palettes, and taken out again.
+    void LoadPalette();
+    void UnloadPalette();
+
     // What the library holds, shown and selected.
     void SelectList(int id);
     void RefreshLists();
@@ -112,6 +126,12 @@ private:
     // is destroyed once no submenu in use comes from it.
     HMENU FreshSubmenu(int index);
     void ShowPage(HWND show, HWND hide);
+    // The name prompt of a command over this dialog: false on Cancel. `current` is the
+    // initial text where the command has none of its own.
+    bool AskForName(const PromptTexts& texts, char* buffer, const char* current);
+    // A Yes/No question over this dialog: true on Yes.
+    bool Confirm(const char* text, const char* caption);
+    ColorList* ListInForce() const;
     HWND Item(int id) const { return GetDlgItem(dialogWindow, id); }
 
     HWND parentWindow = nullptr;

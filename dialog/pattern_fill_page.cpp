@@ -88,7 +88,8 @@ void FillCommand(FilterDialog& dialog, int id) {
     switch (id) {
         case IDC_GRID_BUTTON: return dialog.ShowGridSizeMenu();
         case IDC_PALETTE_BUTTON: return dialog.ShowPaletteMenu();
-        // Loading and unloading colour tables come with the palette commands.
+        case IDC_LOAD_PALETTE: return dialog.LoadPalette();
+        case IDC_UNLOAD_PALETTE: return dialog.UnloadPalette();
         default: return;
     }
 }

@@ -30,6 +30,11 @@
 #define IDD_PATTERN_FILL 131
 #define IDR_MENUS 102
 
+// The name prompt of the list and colour commands.
+#define IDD_NAME_PROMPT 101
+#define IDC_PROMPT_EDIT 1000
+#define IDC_PROMPT_TEXT 1001
+
 // Controls of the main dialog (IDOK is Fill, IDCANCEL Cancel).
 #define IDC_SIZING 1001
 #define IDC_NAME_COLOR 1002
