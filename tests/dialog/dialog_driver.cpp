@@ -64,6 +64,112 @@ void DialogDriver::SelectRow(int row) const {
     Settle();
 }
 
+void DialogDriver::PostCommand(HWND window, int id) const {
+    PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+}
+
+void DialogDriver::PostKey(HWND window, UINT key) const {
+    PostMessageA(window, WM_KEYDOWN, key, 1);
+    PostMessageA(window, WM_KEYUP, key, 0xC0000001);
+}
+
+namespace {
+
+// A visible dialog window of the dialog's thread with this caption, within 10 seconds.
+HWND WaitForWindow(HWND dialog, const char* caption) {
+    const DWORD thread = GetWindowThreadProcessId(dialog, nullptr);
+    for (int i = 0; i < 500; ++i) {
+        HWND found = FindWindowA(MAKEINTATOM(0x8002), caption);
+        if (found && IsWindowVisible(found) && GetWindowThreadProcessId(found, nullptr) == thread)
+            return found;
+        Sleep(20);
+    }
+    ADD_FAILURE() << "no window \"" << caption << "\" came up";
+    return nullptr;
+}
+
+void WaitUntilGone(HWND window) {
+    for (int i = 0; i < 500 && IsWindow(window); ++i) Sleep(20);
+    EXPECT_FALSE(IsWindow(window)) << "the modal window stayed open";
+}
+
+std::string WindowText(HWND window) {
+    char text[600] = {};
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+// Replaces the text of an edit field as typing would, key by key.
+void Type(HWND edit, const std::string& text) {
+    SendMessageA(edit, EM_SETSEL, 0, -1);
+    SendMessageA(edit, WM_CHAR, VK_BACK, 0);
+    for (char c : text) SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
+}
+
+}  // namespace
+
+DialogDriver::PromptSeen DialogDriver::AnswerPrompt(const char* caption, const std::string& typed,
+                                                    bool ok, const char* shot) const {
+    HWND prompt = WaitForWindow(dialog, caption);
+    if (!prompt) return {};
+    Sleep(100);  // its first paint, for the picture
+    if (shot) {
+        EXPECT_FALSE(SaveScreenshot(prompt, shot).empty()) << shot;
+    }
+    HWND edit = GetDlgItem(prompt, 1000);
+    const PromptSeen seen = {WindowText(GetDlgItem(prompt, 1001)), WindowText(edit)};
+    if (ok) Type(edit, typed);
+    PostMessageA(prompt, WM_COMMAND, MAKEWPARAM(ok ? IDOK : IDCANCEL, BN_CLICKED), 0);
+    WaitUntilGone(prompt);
+    Settle();
+    return seen;
+}
+
+std::string DialogDriver::AnswerMessageBox(const char* caption, int button) const {
+    HWND box = WaitForWindow(dialog, caption);
+    if (!box) return "";
+    std::string text;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        char name[32] = {};
+        GetClassNameA(child, name, sizeof name);
+        if (lstrcmpiA(name, "Static") == 0 && GetWindowTextLengthA(child) > 0)
+            text = WindowText(child);
+    }
+    PostMessageA(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
+    WaitUntilGone(box);
+    Settle();
+    return text;
+}
+
+std::string DialogDriver::AnswerFileDialog(const char* title, const std::string& path,
+                                           const char* shot) const {
+    HWND box = WaitForWindow(dialog, title);
+    if (!box) return "";
+    Sleep(300);  // the folder view fills in after the window shows
+    if (shot) {
+        EXPECT_FALSE(SaveScreenshot(box, shot).empty()) << shot;
+    }
+    // The file name field is the one edit in the dialog, inside its combo box.
+    HWND name = nullptr;
+    EnumChildWindows(
+        box,
+        [](HWND child, LPARAM found) -> BOOL {
+            char kind[16] = {};
+            GetClassNameA(child, kind, sizeof kind);
+            if (lstrcmpiA(kind, "Edit") != 0) return TRUE;
+            *reinterpret_cast<HWND*>(found) = child;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&name));
+    EXPECT_TRUE(name != nullptr) << "no file name field in " << title;
+    const std::string offered = name ? WindowText(name) : "";
+    if (name && !path.empty()) Type(name, path);
+    PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
+    WaitUntilGone(box);
+    Settle();
+    return offered;
+}
+
 std::string DialogDriver::Text(HWND parent, int id) const {
     char text[512] = {};
     GetWindowTextA(GetDlgItem(parent, id), text, sizeof text);

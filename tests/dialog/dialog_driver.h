@@ -33,6 +33,26 @@ public:
     void ChooseTab(int index) const;            // a click on the tab
     void SelectRow(int row) const;              // a click on a row of the colour list box
 
+    // Commands and keys that open a modal window (a prompt, a question, a file dialog)
+    // are posted: the driver answers that window while the dialog waits for it.
+    void PostCommand(HWND window, int id) const;
+    void PostKey(HWND window, UINT key) const;  // down and up
+    // Answers the name prompt with this caption: types `typed` over the selected initial
+    // text, then OK, or Cancel when `ok` is false. Returns the prompt's line and its
+    // initial text. With `shot`, saves a screenshot of it first.
+    struct PromptSeen {
+        std::string line, initial;
+    };
+    PromptSeen AnswerPrompt(const char* caption, const std::string& typed, bool ok = true,
+                            const char* shot = nullptr) const;
+    // Presses `button` (IDYES, IDNO, IDOK) in the message box with this caption and
+    // returns its text ("" if none came up).
+    std::string AnswerMessageBox(const char* caption, int button) const;
+    // Types `path` into the file dialog with this title and presses its OK, or Cancel
+    // for an empty path. Returns the file name it offered at first.
+    std::string AnswerFileDialog(const char* title, const std::string& path,
+                                 const char* shot = nullptr) const;
+
     std::string Text(HWND parent, int id) const;
     bool Visible(HWND parent, int id) const;
     RECT Place(HWND parent, int id) const;  // the control's outer rectangle in parent's client

@@ -25,6 +25,26 @@ TEST(DialogLogic, MenusShowFiftyAndForceTheLastWhenThereAreMore) {
     EXPECT_FALSE(IsPaletteCommand(3499) || IsPaletteCommand(3551) || IsPaletteCommand(40004));
 }
 
+// Where the selection goes: the first list after a delete (none when none is left), the
+// list before an import unless there was none, the row above a deleted colour, the
+// renamed row or the first after a cancelled prompt.
+TEST(DialogLogic, SelectionAfterTheCommands) {
+    EXPECT_EQ(ListAfterDelete(0), -1);
+    EXPECT_EQ(ListAfterDelete(1), 0);
+    EXPECT_EQ(ListAfterDelete(7), 0);
+    EXPECT_EQ(ListAfterImport(-1), 0);
+    EXPECT_EQ(ListAfterImport(0), 0);
+    EXPECT_EQ(ListAfterImport(5), 5);
+    EXPECT_EQ(RowAfterDeleteColor(0), 0);
+    EXPECT_EQ(RowAfterDeleteColor(1), 0);
+    EXPECT_EQ(RowAfterDeleteColor(4), 3);
+    EXPECT_EQ(RowAfterNameColor(-1), 0);
+    EXPECT_EQ(RowAfterNameColor(3), 3);
+    // Every prompt takes 253 characters into a buffer of a name's size.
+    EXPECT_EQ(kPromptSize - 1, 253);
+    EXPECT_LE(kPromptSize, kPromptBufferBytes);
+}
+
 TEST(DialogLogic, GridCommandsPatternInForceAndTexts) {
     const int ids[] = {40004, 40005, 40006, 40007, 40008, 40009, 40010, 40011, 40012};
     const uint8_t sizes[] = {0, 2, 3, 4, 5, 6, 0, 8, 0};
