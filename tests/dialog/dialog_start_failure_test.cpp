@@ -3,10 +3,12 @@
 // built plug-in. A failure while the dialog starts ends the run as Cancel before the
 // dialog shows; one in the teardown loses only that save. Each time nothing is left
 // allocated, no dialog window remains, and the library file is byte for byte as before.
+// A command short of memory for what it adds to the library ends the dialog as Cancel.
 #include <windows.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdio>
 #include <memory>
 #include <thread>
 
@@ -104,6 +106,78 @@ TEST(DialogStartFailure, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLibr
     }
     std::printf("%ld allocations in a run; %d failing ones ended the start\n", whole.allocations,
                 failedStarts);
+    DestroyWindow(parent);
+}
+
+// Each command's allocation `failAt` (counted from the command) fails while the dialog
+// runs: the driver arms the heap for the dialog's thread, gives the command and answers
+// what it asks.
+TEST(DialogStartFailure, ACommandShortOfMemoryEndsTheDialogAsCancel) {
+    hDllInstance = LoadLibraryA(PluginPath().c_str());
+    ASSERT_NE(hDllInstance, nullptr);
+    HWND parent = host::MakeHostWindow("command failure");
+    ScratchDirectory scratch;
+    PointLibraryAt(scratch.Path("library"));
+    const std::string path = scratch.Path("library") + "\\Tessellum.dat";
+    {
+        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(1, 1, 0));
+        LibraryFile().WriteLibrary(library.get(), path.c_str());
+    }
+    const std::vector<uint8_t> before = ReadWholeFile(path);
+    const std::string table = scratch.Path("t.act");
+    WriteWholeFile(table, std::vector<uint8_t>(768, 9));
+
+    // New List: the list, its node. New Color: the colour, its node. Load: the table's
+    // palette and its colours (which the load reports itself), then the library's palette,
+    // its colours and its node.
+    struct Case {
+        int command;
+        long failAt;
+        bool ends;  // false: the load says so itself and the dialog stays
+    } cases[] = {{40001, 1, true}, {40001, 2, true}, {1003, 1, true},
+                 {1003, 2, true},  {1017, 1, false}, {1017, 2, false},
+                 {1017, 3, true},  {1017, 4, true},  {1017, 5, true}};
+    const std::thread::id dialogThread = std::this_thread::get_id();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "command " << c.command << ", allocation " << c.failAt);
+        bool stayed = false;
+        std::string alert;
+        std::thread driving([&] {
+            DialogDriver d;
+            for (int i = 0; i < 500 && !d.dialog; ++i, Sleep(20))
+                d.dialog = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
+            ASSERT_NE(d.dialog, nullptr);
+            d.Settle();
+            HWND page = d.dialog;
+            if (c.command == 1017)
+                for (HWND p = FindWindowExA(GetDlgItem(d.dialog, 1008), nullptr, nullptr, nullptr);
+                     p; p = GetWindow(p, GW_HWNDNEXT))
+                    if (GetDlgItem(p, 1017)) page = p;
+            failingHeap.Arm(c.failAt, dialogThread);
+            d.PostCommand(page, c.command);
+            if (c.command == 1017) {
+                d.AnswerFileDialog("Load Palette", table);
+            } else {
+                d.AnswerPrompt(c.command == 1003 ? "Create a new color" : "Create new color list",
+                               "Named");
+            }
+            if (FindWindowA(MAKEINTATOM(0x8002), "ALERT")) {
+                alert = d.AnswerMessageBox("ALERT", IDOK);
+            }
+            for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
+            stayed = IsWindow(d.dialog) != FALSE;
+            if (stayed) PostMessageA(d.dialog, WM_COMMAND, IDCANCEL, 0);
+        });
+        std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
+        EXPECT_FALSE(dialog->RunModal());
+        dialog.reset();
+        failingHeap.Disarm();
+        driving.join();
+        EXPECT_EQ(stayed, !c.ends);
+        EXPECT_EQ(alert, c.ends ? "" : "Could Not Load Palette");
+        EXPECT_EQ(failingHeap.live, 0) << "blocks left allocated";
+        EXPECT_EQ(ReadWholeFile(path), before) << "nothing was added to the library";
+    }
     DestroyWindow(parent);
 }
 

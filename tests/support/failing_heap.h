@@ -16,10 +16,12 @@ struct FailingHeap {
     long failAt = 0;       // 0: none fails
     std::thread::id owner;
 
-    void Arm(long failing) {
+    // Counts the allocations of `thread`: by default the caller's, or that of a dialog
+    // which the calling driver is about to give a command.
+    void Arm(long failing, std::thread::id thread = std::this_thread::get_id()) {
         allocations = live = 0;
         failAt = failing;
-        owner = std::this_thread::get_id();
+        owner = thread;
         armed = true;
     }
     void Disarm() { armed = false; }
