@@ -88,6 +88,15 @@ HWND WaitForWindow(HWND dialog, const char* caption) {
     return nullptr;
 }
 
+// Stops at the first edit field and hands it back through `found`.
+BOOL CALLBACK FindEdit(HWND child, LPARAM found) {
+    char kind[16] = {};
+    GetClassNameA(child, kind, sizeof kind);
+    if (lstrcmpiA(kind, "Edit") != 0) return TRUE;
+    *reinterpret_cast<HWND*>(found) = child;
+    return FALSE;
+}
+
 void WaitUntilGone(HWND window) {
     for (int i = 0; i < 500 && IsWindow(window); ++i) Sleep(20);
     EXPECT_FALSE(IsWindow(window)) << "the modal window stayed open";
@@ -151,16 +160,7 @@ std::string DialogDriver::AnswerFileDialog(const char* title, const std::string&
     }
     // The file name field is the one edit in the dialog, inside its combo box.
     HWND name = nullptr;
-    EnumChildWindows(
-        box,
-        [](HWND child, LPARAM found) -> BOOL {
-            char kind[16] = {};
-            GetClassNameA(child, kind, sizeof kind);
-            if (lstrcmpiA(kind, "Edit") != 0) return TRUE;
-            *reinterpret_cast<HWND*>(found) = child;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&name));
+    EnumChildWindows(box, FindEdit, reinterpret_cast<LPARAM>(&name));
     EXPECT_TRUE(name != nullptr) << "no file name field in " << title;
     const std::string offered = name ? WindowText(name) : "";
     if (name && !path.empty()) Type(name, path);
