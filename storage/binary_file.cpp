@@ -135,7 +135,7 @@ void BinaryFile::WriteAll(const uint8_t* bytes, uint32_t size) {
     holdsWrites = true;
 }
 
-void BinaryFile::Read(void* buffer, uint32_t size) {
+void BinaryFile::ReadChecked(void* buffer, uint32_t size) {
     RequireReadable();
     if (size == 0) return;
     ReadSome(static_cast<uint8_t*>(buffer), size);
@@ -177,9 +177,8 @@ void BinaryFile::Commit() {
     if (system_io::CommitDescriptor(fd) != 0) ThrowErrno(errno);
 }
 
-uint8_t BinaryFile::ReadU8() {
+uint8_t BinaryFile::ReadU8Checked() {
     RequireReadable();
-    if (next < held && !holdsWrites) return store[next++];
     uint8_t byte = 0;
     ReadSome(&byte, 1);
     return byte;

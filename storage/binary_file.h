@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 #include "storage/errno_codes.h"
 #include "storage/error_code.h"
@@ -55,7 +56,13 @@ public:
     void Close();
     // Up to size bytes: fewer (at the end of the file) is not an error, none at all is
     // ErrEndOfFile. Size 0 returns at once.
-    void Read(void* buffer, uint32_t size);
+    void Read(void* buffer, uint32_t size) {
+        if (size == 0 || !HasBuffered(size)) return ReadChecked(buffer, size);
+        // Not memcpy: for a length known only to be short, a name's, the compiler would
+        // put in a string instruction that costs more than this call to the C library.
+        std::memmove(buffer, store + next, size);
+        next += size;
+    }
     // All size bytes or a failure; size 0 does nothing.
     void Write(const void* buffer, uint32_t size);
     int32_t Tell();
@@ -66,7 +73,7 @@ public:
 
     // A read that ends inside the integer returns normally with the missing bytes zero;
     // the next read finds the end of the file.
-    uint8_t ReadU8();
+    uint8_t ReadU8() { return HasBuffered(1) ? store[next++] : ReadU8Checked(); }
     uint16_t ReadU16BE();
     uint16_t ReadU16LE();
     uint32_t ReadU32BE();
@@ -85,6 +92,13 @@ protected:
 private:
     static constexpr uint32_t kBufferSize = 32 * 1024;
 
+    // A read of `size` bytes that every check would let through and that the bytes read
+    // ahead cover entirely: a format's fields mostly are, and take no call then.
+    bool HasBuffered(uint32_t size) const {
+        return isOpen && (mode & kOpenRead) != 0 && !holdsWrites && size <= held - next;
+    }
+    void ReadChecked(void* buffer, uint32_t size);
+    uint8_t ReadU8Checked();
     void RequireReadable() const;
     void RequireWritable() const;
     void ReadSome(uint8_t* buffer, uint32_t size);
