@@ -27,4 +27,11 @@ inline uint8_t* NewBytesOrThrow(size_t count) {
     return bytes;
 }
 
+// `count` bytes left as the heap gives them, or ErrNoMemory. Release with delete[].
+inline uint8_t* NewUninitializedBytesOrThrow(size_t count) {
+    uint8_t* bytes = new (std::nothrow) uint8_t[count];
+    if (bytes == nullptr) throw ErrNoMemory;
+    return bytes;
+}
+
 }  // namespace tessellum

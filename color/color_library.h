@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 
 #include "color/palette.h"
 #include "color/pattern.h"
@@ -15,17 +16,30 @@ namespace tessellum {
 constexpr int kNameBytes = 256;  // at most 255 characters and the terminator
 constexpr int kMaxNameLength = kNameBytes - 1;
 
-// One named colour, 449 bytes with no gaps.
+// One named colour, 449 bytes with no gaps. Made alone or carved from a load's blocks,
+// an entry is freed by `delete`.
 struct ColorEntry {
     char name[kNameBytes];
     Pattern cells;
     uint8_t gridSize;
+
+    static void* operator new(size_t size, const std::nothrow_t&) noexcept {
+        return RecordBlocks::Single(size);
+    }
+    static void operator delete(void* entry, size_t size) noexcept {
+        RecordBlocks::Free(entry, size);
+    }
+    static void operator delete(void* entry, const std::nothrow_t&) noexcept {
+        RecordBlocks::Free(entry, sizeof(ColorEntry));
+    }
 };
 static_assert(sizeof(ColorEntry) == 449, "ColorEntry is 449 bytes");
 
 // A colour with an empty name, all 192 bytes of cells zero (they are shown, averaged
 // and stored, so none may be left undefined) and GridSize 2. Throws ErrNoMemory.
 ColorEntry* NewColorEntry();
+// The same carved from `blocks`.
+ColorEntry* NewColorEntry(RecordBlocks& blocks);
 
 // A named list; owns every ColorEntry in entries, in display and file order.
 struct ColorList {

@@ -29,17 +29,16 @@ void PtrList::RemoveNode(PtrNode* node) {
 }
 
 void PtrList::Clear() {
-    for (int count = Count(); count > 0; --count) RemoveAt(0);
+    while (head != nullptr) {
+        PtrNode* next = head->next;
+        delete head;
+        head = next;
+    }
+    tail = nullptr;
 }
 
 void PtrList::Append(void* value) {
-    if (tail != nullptr) {
-        InsertAfter(tail, value);
-        return;
-    }
-    PtrNode* node = NewOrThrow<PtrNode>(PtrNode{nullptr, nullptr, value});
-    head = node;
-    tail = node;
+    Link(NewOrThrow<PtrNode>(PtrNode{tail, nullptr, value}));
 }
 
 void PtrList::InsertAfter(PtrNode* node, void* value) {

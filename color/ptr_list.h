@@ -3,12 +3,28 @@
 // indexes are 0 to Count() - 1, and NodeAt(Count()) is null.
 #pragma once
 
+#include <cstddef>
+#include <new>
+
+#include "color/record_blocks.h"
+
 namespace tessellum {
 
 struct PtrNode {
     PtrNode* prev;  // null on the first node
     PtrNode* next;  // null on the last node
     void* value;
+
+    // Made alone or carved from a load's blocks, a node is freed by `delete`.
+    static void* operator new(size_t size, const std::nothrow_t&) noexcept {
+        return RecordBlocks::Single(size);
+    }
+    static void operator delete(void* node, size_t size) noexcept {
+        RecordBlocks::Free(node, size);
+    }
+    static void operator delete(void* node, const std::nothrow_t&) noexcept {
+        RecordBlocks::Free(node, sizeof(PtrNode));
+    }
 };
 
 class PtrList {
@@ -33,11 +49,21 @@ public:
     // Each insertion allocates one node; without memory it throws ErrNoMemory and the
     // list is as it was.
     void Append(void* value);
+    // The same with the node carved from `blocks`.
+    void Append(void* value, RecordBlocks& blocks) {
+        Link(::new (blocks.Carve(sizeof(PtrNode))) PtrNode{tail, nullptr, value});
+    }
     void InsertAfter(PtrNode* node, void* value);
     void InsertBefore(PtrNode* node, void* value);
     void InsertAt(int index, void* value);
 
 private:
+    // Puts a node whose prev is the tail at the end.
+    void Link(PtrNode* node) {
+        (tail != nullptr ? tail->next : head) = node;
+        tail = node;
+    }
+
     PtrNode* head = nullptr;
     PtrNode* tail = nullptr;
 };

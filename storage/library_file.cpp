@@ -38,6 +38,7 @@ ColorLibrary* LibraryFile::ReadLibrary(const char* path) {
 }
 
 void LibraryFile::ReadRecords(ColorLibrary& library) {
+    RecordBlocks blocks;  // the colours and their nodes
     for (;;) {
         const uint8_t tag = ReadU8();
         switch (tag) {
@@ -69,13 +70,13 @@ void LibraryFile::ReadRecords(ColorLibrary& library) {
                 PtrNode* last = library.colorLists->Tail();
                 if (last == nullptr) throw ErrBadData;
                 ColorList* list = static_cast<ColorList*>(last->value);
-                std::unique_ptr<ColorEntry> entry(NewColorEntry());
+                std::unique_ptr<ColorEntry> entry(NewColorEntry(blocks));
                 const uint8_t length = ReadU8();
                 Read(entry->name, length);
                 entry->name[length] = '\0';
                 entry->gridSize = ReadU8();  // stored as read; made valid where it is used
                 Read(&entry->cells, sizeof entry->cells);
-                list->entries.Append(entry.get());
+                list->entries.Append(entry.get(), blocks);
                 entry.release();
                 break;
             }

@@ -38,6 +38,7 @@ ColorList* ListFile::ReadList(const char* path) {
 }
 
 void ListFile::ReadRecords(ColorList& list) {
+    RecordBlocks blocks;  // the colours and their nodes
     for (;;) {
         const uint8_t tag = ReadU8();
         switch (tag) {
@@ -50,13 +51,13 @@ void ListFile::ReadRecords(ColorList& list) {
                 break;
             }
             case kTagColor: {
-                std::unique_ptr<ColorEntry> entry(NewColorEntry());
+                std::unique_ptr<ColorEntry> entry(NewColorEntry(blocks));
                 const uint8_t length = ReadU8();
                 Read(entry->name, length);
                 entry->name[length] = '\0';
                 entry->gridSize = ReadU8();  // stored as read; made valid where it is used
                 Read(&entry->cells, sizeof entry->cells);
-                list.entries.Append(entry.get());
+                list.entries.Append(entry.get(), blocks);
                 entry.release();
                 break;
             }

@@ -8,7 +8,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "color/allocate.h"
 #include "storage/color_table.h"
@@ -73,7 +75,9 @@ TEST_F(AllocationFailureTest, EveryAllocationOfALoad) {
     };
     ASSERT_EQ(RunArmed(0, load), 0);
     const long allocations = test::failingHeap.allocations;
-    EXPECT_GT(allocations, 16);  // at least one for each of the 16 records
+    // The library with its two lists, the file name, each list and palette with its node,
+    // the colours of two palettes, and two blocks for the nine colours with their nodes.
+    EXPECT_EQ(allocations, 3 + 1 + 7 * 2 + 2 + 2);
     for (long n = 1; n <= allocations; ++n) {
         EXPECT_EQ(RunArmed(n, load), ErrNoMemory) << "failing allocation " << n;
         EXPECT_FALSE(leftOpen) << "failing allocation " << n;
@@ -116,7 +120,9 @@ TEST_F(AllocationFailureTest, EveryAllocationOfAListImportAndATableRead) {
     const std::string list = dir.Path("Web.tsl"), table = dir.Path("web.act");
     ColorList sample;
     CopyName(sample.name, "Web");
-    for (uint8_t size : {2, 8, 5}) test::AddColor(sample, std::string(size, 'c'), size, size);
+    // Twelve colours: more than the first block that colours are carved from holds.
+    for (uint8_t size = 2; size < 14; ++size)
+        test::AddColor(sample, std::string(size, 'c'), size, size);
     ListFile().WriteList(&sample, list.c_str());
     test::WriteWholeFile(table, std::vector<uint8_t>(768, 0x33));
 
@@ -141,7 +147,7 @@ TEST_F(AllocationFailureTest, EveryAllocationOfAListImportAndATableRead) {
             EXPECT_EQ(LowestFreeDescriptor(), descriptor) << "failing allocation " << n;
         }
     };
-    sweep(importList, 8);  // the list, its file name, each colour and its node
+    sweep(importList, 4);  // the list, its file name, two blocks of colours and nodes
     sweep(readTable, 2);   // the palette and its colours
     auto cut = test::ReadWholeFile(list);
     cut.pop_back();
@@ -183,6 +189,37 @@ TEST(ModelAllocationFailure, StructuresStayConsistent) {
         EXPECT_EQ(RunArmed(1, insert), ErrNoMemory);
         EXPECT_TRUE(list.Head() == list.Tail() && list.Head()->prev == nullptr &&
                     list.Head()->next == nullptr);
+    }
+}
+
+// Colours carved from shared blocks are freed one by one with `delete`, in any order,
+// before or after their carver goes: each block stays while any record in it lives (the
+// survivor is written and read under the sanitizer), and nothing is left at the end.
+TEST(CarvedRecords, EachFreesAloneInAnyOrder) {
+    using Order = std::vector<int>;
+    Order forward, backward, oddFirst;  // 20 colours: more than the first block holds
+    for (int i = 0; i < 20; ++i) forward.push_back(i), backward.insert(backward.begin(), i);
+    for (int i = 0; i < 20; ++i) oddFirst.push_back(i < 10 ? 2 * i + 1 : 2 * (i - 10));
+    for (const Order& order : {forward, backward, oddFirst}) {
+        for (bool carverFirst : {true, false}) {
+            std::optional<RecordBlocks> blocks(std::in_place);
+            ColorEntry* entries[20];
+            test::failingHeap.Arm(0);
+            for (ColorEntry*& entry : entries) entry = NewColorEntry(*blocks);
+            EXPECT_EQ(test::failingHeap.live, 2);
+            if (carverFirst) blocks.reset();
+            for (size_t i = 0; i + 1 < order.size(); ++i) delete entries[order[i]];
+            ColorEntry* survivor = entries[order.back()];
+            EXPECT_EQ(survivor->gridSize, 2);
+            EXPECT_EQ(survivor->name[100], 0);
+            CopyName(survivor->name, "last");
+            EXPECT_STREQ(survivor->name, "last");
+            delete survivor;
+            blocks.reset();
+            test::failingHeap.Disarm();
+            EXPECT_EQ(test::failingHeap.live, 0)
+                << order[0] << " first, carver first " << carverFirst;
+        }
     }
 }
 
