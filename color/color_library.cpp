@@ -21,9 +21,7 @@ ColorEntry* NewColorEntry(RecordBlocks& blocks) {
 }
 
 ColorList::~ColorList() {
-    for (PtrNode* node = entries.Head(); node != nullptr; node = node->next)
-        delete static_cast<ColorEntry*>(node->value);
-    entries.Clear();
+    entries.ClearWith([](void* entry) { delete static_cast<ColorEntry*>(entry); });
 }
 
 ColorLibrary::ColorLibrary() : palettes(NewOrThrow<PtrList>()), colorLists(nullptr) {
@@ -35,10 +33,8 @@ ColorLibrary::ColorLibrary() : palettes(NewOrThrow<PtrList>()), colorLists(nullp
 }
 
 ColorLibrary::~ColorLibrary() {
-    for (PtrNode* node = palettes->Head(); node != nullptr; node = node->next)
-        delete static_cast<NamedPalette*>(node->value);
-    for (PtrNode* node = colorLists->Head(); node != nullptr; node = node->next)
-        delete static_cast<ColorList*>(node->value);
+    palettes->ClearWith([](void* palette) { delete static_cast<NamedPalette*>(palette); });
+    colorLists->ClearWith([](void* list) { delete static_cast<ColorList*>(list); });
     delete palettes;
     delete colorLists;
 }

@@ -28,15 +28,6 @@ void PtrList::RemoveNode(PtrNode* node) {
     delete node;
 }
 
-void PtrList::Clear() {
-    while (head != nullptr) {
-        PtrNode* next = head->next;
-        delete head;
-        head = next;
-    }
-    tail = nullptr;
-}
-
 void PtrList::Append(void* value) {
     Link(NewOrThrow<PtrNode>(PtrNode{tail, nullptr, value}));
 }

@@ -44,7 +44,21 @@ public:
     // Unlink and free the node; the value stays allocated.
     void RemoveNode(PtrNode* node);
     void RemoveAt(int index) { RemoveNode(NodeAt(index)); }
-    void Clear();
+    void Clear() {
+        ClearWith([](void*) {});
+    }
+    // Frees every node, handing its value to `release` first: a list that owns its
+    // values is freed in one walk.
+    template <typename Release>
+    void ClearWith(Release release) {
+        while (head != nullptr) {
+            PtrNode* next = head->next;
+            release(head->value);
+            delete head;
+            head = next;
+        }
+        tail = nullptr;
+    }
 
     // Each insertion allocates one node; without memory it throws ErrNoMemory and the
     // list is as it was.
