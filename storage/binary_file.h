@@ -49,6 +49,11 @@ public:
     // Closes a descriptor that is still open, quietly: a destructor cannot report.
     ~BinaryFile();
 
+    // Reads ahead and gathered writes hold up to this many bytes; a read or write of at
+    // least as many goes straight to the system. Large pieces keep a library's system
+    // calls few.
+    static constexpr uint32_t kBufferSize = 256 * 1024;
+
     bool IsOpen() const { return isOpen; }
     OpenMode Mode() const { return mode; }
 
@@ -90,8 +95,6 @@ protected:
     int32_t fd = 0;
 
 private:
-    static constexpr uint32_t kBufferSize = 32 * 1024;
-
     // A read of `size` bytes that every check would let through and that the bytes read
     // ahead cover entirely: a format's fields mostly are, and take no call then.
     bool HasBuffered(uint32_t size) const {

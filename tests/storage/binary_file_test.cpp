@@ -186,8 +186,8 @@ TEST_F(BinaryFileTest, SystemFailuresBecomeCodes) {
     {
         // More than the buffer holds goes out at once, and fails at once.
         IoFault fault(IoFault::kFailingWrite, 0, ENOSPC);
-        const Bytes big(100000, 9);
-        EXPECT_EQ(CodeOf([&] { file.Write(big.data(), 100000); }), ErrDiskFull);
+        const Bytes big(BinaryFile::kBufferSize, 9);
+        EXPECT_EQ(CodeOf([&] { file.Write(big.data(), BinaryFile::kBufferSize); }), ErrDiskFull);
     }
     file.Close();
 }
@@ -196,10 +196,11 @@ TEST_F(BinaryFileTest, SystemFailuresBecomeCodes) {
 // with seeks and, in mode 3, reads and writes in turn: the bytes and positions are
 // those of a stream without a buffer.
 TEST_F(BinaryFileTest, LargeFilesAcrossTheBuffer) {
+    const uint32_t runs = 2 * BinaryFile::kBufferSize + 7000;  // run lengths below this
     Bytes expected;
     BinaryFile file;
     Open(file, kOpenWrite, path);
-    for (uint32_t i = 0; expected.size() < 300000; ++i) {
+    for (uint32_t i = 0; expected.size() < 8 * BinaryFile::kBufferSize; ++i) {
         const uint8_t v = static_cast<uint8_t>(i * 13);
         if (i % 3 == 0) {
             file.WriteU8(v);
@@ -208,7 +209,7 @@ TEST_F(BinaryFileTest, LargeFilesAcrossTheBuffer) {
             file.WriteU16BE(static_cast<uint16_t>(v << 8 | 0x5A));
             expected.insert(expected.end(), {v, 0x5A});
         } else {
-            const Bytes run((i * 7919) % 70000, v);  // some runs exceed the buffer
+            const Bytes run(i * 7919 % runs, v);  // some runs exceed the buffer
             file.Write(run.data(), static_cast<uint32_t>(run.size()));
             expected.insert(expected.end(), run.begin(), run.end());
         }
@@ -224,7 +225,7 @@ TEST_F(BinaryFileTest, LargeFilesAcrossTheBuffer) {
         if (i % 3 == 0) {
             back.push_back(file.ReadU8());
         } else {
-            Bytes run(std::min<size_t>((i * 7919) % 70000 + 1, expected.size() - back.size()));
+            Bytes run(std::min<size_t>(i * 7919 % runs + 1, expected.size() - back.size()));
             file.Read(run.data(), static_cast<uint32_t>(run.size()));
             back.insert(back.end(), run.begin(), run.end());
         }

@@ -167,7 +167,8 @@ TEST_F(LibraryFileTest, SaveAndLoadKeepEverything) {
 // file, and the file closed.
 TEST_F(LibraryFileTest, FailedSaveKeepsThePreviousLibrary) {
     Save(*WorkedExampleLibrary());
-    Library next(test::MakeSampleLibrary(4, 100, 4));  // several buffers' worth
+    // Several buffers' worth: a sample colour takes about 320 bytes.
+    Library next(test::MakeSampleLibrary(4, BinaryFile::kBufferSize / 320, 4));
     int failures = 0;
     for (int succeeding = 0;; ++succeeding) {
         test::IoFault fault(test::IoFault::kFailingWrite, succeeding, ENOSPC);

@@ -161,9 +161,10 @@ TEST_F(ListFileTest, WhatTheReaderRefusesAndAccepts) {
 // partial file and the file closed; the same object then exports and imports as usual.
 TEST_F(ListFileTest, FailedExportKeepsThePreviousFile) {
     WriteWholeFile(path, kWorkedExample);
-    ColorList big;  // several buffers' worth
+    ColorList big;  // several buffers' worth, at about 200 bytes a colour
     CopyName(big.name, "big");
-    for (uint32_t i = 0; i < 400; ++i) test::AddColor(big, std::to_string(i), 3, i);
+    const int count = 3 * BinaryFile::kBufferSize / 200;
+    for (int i = 0; i < count; ++i) test::AddColor(big, std::to_string(i), 3, i);
     int failures = 0;
     for (int succeeding = 0;; ++succeeding) {
         test::IoFault fault(test::IoFault::kFailingWrite, succeeding, ENOSPC);
@@ -182,7 +183,7 @@ TEST_F(ListFileTest, FailedExportKeepsThePreviousFile) {
     // The writer is exact (above), so a list that saves as `big` did holds what `big` holds.
     const Bytes saved = ReadWholeFile(path);
     const List back = Load();
-    EXPECT_EQ(back->entries.Count(), 400);
+    EXPECT_EQ(back->entries.Count(), count);
     EXPECT_EQ(Save(*back), saved);
 
     file.WriteList(nullptr, dir.Path("none.tsl").c_str());  // no list: touches no file
