@@ -17,7 +17,7 @@ targets=(library list color_table)
 
 readers=(
   tests/support/library_samples.cpp
-  color/web_safe.cpp color/palette.cpp color/ptr_list.cpp color/color_library.cpp color/record_blocks.cpp
+  color/web_safe.cpp color/palette.cpp color/ptr_list.cpp color/color_library.cpp color/record_blocks.cpp storage/color_records.cpp
   storage/errno_codes.cpp storage/system_io.cpp storage/binary_file.cpp storage/safe_save.cpp
   storage/library_file.cpp storage/list_file.cpp storage/color_table.cpp
 )

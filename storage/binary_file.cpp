@@ -68,6 +68,14 @@ void BinaryFile::Close() {
     fd = -1;
 }
 
+void BinaryFile::CloseQuietly() {
+    if (!isOpen) return;
+    try {
+        Close();
+    } catch (ErrorCode) {
+    }
+}
+
 void BinaryFile::RequireReadable() const {
     if (!isOpen) throw ErrNotOpen;
     if ((mode & kOpenRead) == 0) throw ErrWrongAccess;

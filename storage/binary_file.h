@@ -59,6 +59,9 @@ public:
 
     void Open(OpenMode openMode);
     void Close();
+    // Closes an open file after a failure elsewhere, dropping a failure of its own: the
+    // first code is the one to report.
+    void CloseQuietly();
     // Up to size bytes: fewer (at the end of the file) is not an error, none at all is
     // ErrEndOfFile. Size 0 returns at once.
     void Read(void* buffer, uint32_t size) {

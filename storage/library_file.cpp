@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "color/allocate.h"
+#include "storage/color_records.h"
 #include "storage/system_io.h"
 
 namespace tessellum {
@@ -26,12 +27,7 @@ ColorLibrary* LibraryFile::ReadLibrary(const char* path) {
         return library.release();
     } catch (ErrorCode code) {
         // The library and any half-built record are already released.
-        if (isOpen) {
-            try {
-                Close();
-            } catch (ErrorCode) {
-            }
-        }
+        CloseQuietly();
         if (code != ErrFileNotFound) keepAsideOnSave = true;
         throw;
     }
@@ -46,18 +42,14 @@ void LibraryFile::ReadRecords(ColorLibrary& library) {
             case kTagEnd: return;
             case kTagColorList: {
                 std::unique_ptr<ColorList> list(NewOrThrow<ColorList>());
-                const uint8_t length = ReadU8();
-                Read(list->name, length);
-                list->name[length] = '\0';
+                ReadName(*this, list->name);
                 library.colorLists->Append(list.get());
                 list.release();
                 break;
             }
             case kTagPalette: {
                 std::unique_ptr<NamedPalette> named(NewOrThrow<NamedPalette>());
-                const uint8_t length = ReadU8();
-                Read(named->name, length);
-                named->name[length] = '\0';
+                ReadName(*this, named->name);
                 const uint16_t count = ReadU16BE();
                 if (count > kMaxPaletteColors) throw ErrBadData;
                 named->palette.Resize(count);
@@ -69,15 +61,7 @@ void LibraryFile::ReadRecords(ColorLibrary& library) {
             case kTagColor: {
                 PtrNode* last = library.colorLists->Tail();
                 if (last == nullptr) throw ErrBadData;
-                ColorList* list = static_cast<ColorList*>(last->value);
-                std::unique_ptr<ColorEntry> entry(NewColorEntry(blocks));
-                const uint8_t length = ReadU8();
-                Read(entry->name, length);
-                entry->name[length] = '\0';
-                entry->gridSize = ReadU8();  // stored as read; made valid where it is used
-                Read(&entry->cells, sizeof entry->cells);
-                list->entries.Append(entry.get(), blocks);
-                entry.release();
+                ReadColorRecord(*this, *static_cast<ColorList*>(last->value), blocks);
                 break;
             }
             default: throw ErrBadData;
@@ -101,29 +85,20 @@ void LibraryFile::WriteRecords(const ColorLibrary& library) {
     Write(kLibraryMagic, kLibraryMagicLength);
     for (PtrNode* node = library.colorLists->Head(); node != nullptr; node = node->next) {
         const ColorList* list = static_cast<const ColorList*>(node->value);
-        const size_t listNameLength = NameLength(list->name);
         WriteU8(kTagColorList);
-        WriteU8(static_cast<uint8_t>(listNameLength));
-        Write(list->name, static_cast<uint32_t>(listNameLength));
+        WriteName(*this, list->name);
         for (PtrNode* item = list->entries.Head(); item != nullptr; item = item->next) {
-            const ColorEntry* entry = static_cast<const ColorEntry*>(item->value);
-            const size_t nameLength = NameLength(entry->name);
             WriteU8(kTagColor);
-            WriteU8(static_cast<uint8_t>(nameLength));
-            Write(entry->name, static_cast<uint32_t>(nameLength));
-            WriteU8(entry->gridSize);
-            Write(&entry->cells, sizeof entry->cells);
+            WriteColorRecord(*this, *static_cast<const ColorEntry*>(item->value));
         }
     }
     for (PtrNode* node = library.palettes->Head(); node != nullptr; node = node->next) {
         const NamedPalette* named = static_cast<const NamedPalette*>(node->value);
-        const size_t nameLength = NameLength(named->name);
         const uint32_t count = named->palette.Count();
         // The reader refuses more, so writing it would lose the whole library.
         if (count > kMaxPaletteColors) throw ErrBadData;
         WriteU8(kTagPalette);
-        WriteU8(static_cast<uint8_t>(nameLength));
-        Write(named->name, static_cast<uint32_t>(nameLength));
+        WriteName(*this, named->name);
         WriteU16BE(static_cast<uint16_t>(count));
         Write(named->palette.Colors(), count * 3);
     }

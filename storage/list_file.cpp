@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "color/allocate.h"
+#include "storage/color_records.h"
 #include "storage/library_file.h"
 #include "storage/safe_save.h"
 
@@ -27,12 +28,7 @@ ColorList* ListFile::ReadList(const char* path) {
         return list.release();
     } catch (ErrorCode) {
         // The list and any half-built colour are already released.
-        if (isOpen) {
-            try {
-                Close();
-            } catch (ErrorCode) {
-            }
-        }
+        CloseQuietly();
         throw;
     }
 }
@@ -45,20 +41,11 @@ void ListFile::ReadRecords(ColorList& list) {
             case kTagFiller: break;
             case kTagEnd: return;
             case kTagColorList: {
-                const uint8_t length = ReadU8();
-                Read(list.name, length);
-                list.name[length] = '\0';
+                ReadName(*this, list.name);
                 break;
             }
             case kTagColor: {
-                std::unique_ptr<ColorEntry> entry(NewColorEntry(blocks));
-                const uint8_t length = ReadU8();
-                Read(entry->name, length);
-                entry->name[length] = '\0';
-                entry->gridSize = ReadU8();  // stored as read; made valid where it is used
-                Read(&entry->cells, sizeof entry->cells);
-                list.entries.Append(entry.get(), blocks);
-                entry.release();
+                ReadColorRecord(*this, list, blocks);
                 break;
             }
             default: throw ErrBadData;  // the library's palettes among them
@@ -73,19 +60,12 @@ void ListFile::WriteList(const ColorList* list, const char* path) {
 
 void ListFile::WriteRecords(const ColorList& list) {
     Write(kListMagic, kListMagicLength);
-    const size_t listNameLength = NameLength(list.name);
     WriteU8(kTagColorList);
-    WriteU8(static_cast<uint8_t>(listNameLength));
-    Write(list.name, static_cast<uint32_t>(listNameLength));
+    WriteName(*this, list.name);
     WriteU8(kTagFiller);
     for (PtrNode* item = list.entries.Head(); item != nullptr; item = item->next) {
-        const ColorEntry* entry = static_cast<const ColorEntry*>(item->value);
-        const size_t nameLength = NameLength(entry->name);
         WriteU8(kTagColor);
-        WriteU8(static_cast<uint8_t>(nameLength));
-        Write(entry->name, static_cast<uint32_t>(nameLength));
-        WriteU8(entry->gridSize);
-        Write(&entry->cells, sizeof entry->cells);
+        WriteColorRecord(*this, *static_cast<const ColorEntry*>(item->value));
         WriteU8(kTagFiller);
     }
     WriteU8(kTagEnd);

@@ -28,12 +28,7 @@ void SafeSaveThrough(BinaryFile& file, const char* path, const char* keepAsidePa
         file.Commit();
         file.Close();
     } catch (ErrorCode) {
-        if (file.IsOpen()) {
-            try {
-                file.Close();
-            } catch (ErrorCode) {
-            }
-        }
+        file.CloseQuietly();
         system_io::RemoveFile(savingPath.get());
         throw;
     }
