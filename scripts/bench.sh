@@ -21,7 +21,8 @@ for arch in x64 x86; do
     wine_exec "$arch" "$root/build/$arch/bench/host_run_bench.exe"
     echo "== dialog_bench ($arch)"
     xvfb-run -a -s "-screen 0 1280x1024x24" bash -c \
-      'root=$1; source "$root/scripts/wine-env.sh"; wine_exec "$2" "$1/build/$2/bench/dialog_bench.exe"' \
+      'root=$1; source "$root/scripts/wine-env.sh"; wine_display_fresh
+       wine_exec "$2" "$1/build/$2/bench/dialog_bench.exe"' \
       _ "$root" "$arch" 2>&1 | grep -v '^X connection'
   else
     echo "skipped: $(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>&1 >/dev/null)"

@@ -11,6 +11,7 @@ hex=$1 out=$2
 red=$((16#${hex:0:2})) green=$((16#${hex:2:2})) blue=$((16#${hex:4:2}))
 
 rm -f "$out/tile.params" "$out/result.png"  # a first use of the filter: the dialog asks
+wine_display_fresh  # whatever ran before, the dialog comes up on this screen
 wine_exec x64 "$root/build/x64/tessellum-host.exe" --foreground "$red,$green,$blue" \
   --params "$out/tile.params" --rect 60,80,420,560 \
   "$root/build/x64/Tessellum.8bf" "$out/sample.png" "$out/result.png" >"$out/host.log" 2>&1 &

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs, on Debian 12, whatever the build and the tests need and is missing:
 # compilers, GoogleTest, stb, Xvfb with xdotool for the demo's clicks, and Wine for both
-# architectures. Safe to run again; it only installs what is not there. It says what it
+# architectures with its own fonts. Safe to run again; it only installs what is not there. It says what it
 # found.
 set -u
 
@@ -10,7 +10,8 @@ as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
 
 packages=(cmake make g++ python3 clang libclang-rt-14-dev googletest libgtest-dev libstb-dev
-  g++-mingw-w64-i686 g++-mingw-w64-x86-64 mingw-w64-tools xvfb xauth clang-format xdotool)
+  g++-mingw-w64-i686 g++-mingw-w64-x86-64 mingw-w64-tools xvfb xauth clang-format xdotool
+  fonts-wine)  # Wine's own "MS Sans Serif", Tahoma and Marlett: dialogs at Windows' metrics
 missing=()
 for p in "${packages[@]}"; do installed "$p" || missing+=("$p"); done
 

@@ -4,7 +4,7 @@
 # 32-bit loader whenever wine32 is installed, so on a kernel that cannot run 32-bit
 # programs it cannot start even a 64-bit one: nothing here goes through it.
 root=${root:?}
-export WINEPREFIX="$root/build/wineprefix"
+export WINEPREFIX="${TESSELLUM_WINEPREFIX:-$root/build/wineprefix}"  # a test may name its own
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 # The loaders; a test may point one at a stand-in.
@@ -38,7 +38,18 @@ wine_server() {
   return 1
 }
 
-# wine_prefix_fresh: a new, empty prefix (once per test run), made by the 64-bit loader.
+# wine_display_fresh: before a program with a window. The Wine server and the desktop
+# that a program with no display started (wineboot, a console program) live on for a few
+# seconds after it ends, and a program started in that time joins that desktop, which has
+# no display, and cannot make a window. End the server and wait until it is gone, so the
+# next program starts one of its own on this display.
+wine_display_fresh() {
+  wine_server -k 2>/dev/null || true
+  wine_server -w 2>/dev/null || true
+}
+
+# wine_prefix_fresh: a new, empty prefix (once per test run), made by the 64-bit loader;
+# its server is gone when it returns, so a program with a window may follow at once.
 wine_prefix_fresh() {
   wine_server -k 2>/dev/null || true
   rm -rf "$WINEPREFIX"
@@ -49,6 +60,7 @@ wine_prefix_fresh() {
     wine_exec x64 reg.exe add 'HKCU\Software\Wine\X11 Driver' /v "$value" /d N /f \
       >/dev/null 2>&1 || true
   done
+  wine_server -w 2>/dev/null || true
 }
 
 # wine_probe ARCH PROGRAM: prints 1 if the loader of ARCH runs PROGRAM (built for ARCH)
