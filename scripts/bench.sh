@@ -15,6 +15,7 @@ for bench in "$root"/build/bench/bench/*_bench; do
 done
 source "$root/scripts/wine-env.sh"
 [ -d "$WINEPREFIX" ] || wine_prefix_fresh
+wine_prefix_fonts  # also into a prefix made before the fonts were installed
 for arch in x64 x86; do
   echo "== host_run_bench ($arch)"
   if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>/dev/null)" = 1 ]; then

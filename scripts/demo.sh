@@ -12,6 +12,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/build.sh"
 source "$root/scripts/wine-env.sh"
 [ -d "$WINEPREFIX" ] || wine_prefix_fresh
+wine_prefix_fonts  # also into a prefix made before the fonts were installed
 
 out="$root/out/demo"
 mkdir -p "$out"
