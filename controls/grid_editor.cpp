@@ -39,13 +39,31 @@ bool GridEditor::HitTest(int32_t pointX, int32_t pointY) const {
     return InGridArea(int64_t{pointX} - x - kGridCellOrigin, int64_t{pointY} - y - kGridCellOrigin);
 }
 
-bool GridEditor::HandleClick(intptr_t lParam) {
+bool GridEditor::CellAt(intptr_t lParam, GridCell* cell) const {
     const MousePoint point = PointFromLParam(lParam);
     const int64_t px = int64_t{point.x} - x - kGridCellOrigin;
     const int64_t py = int64_t{point.y} - y - kGridCellOrigin;
+    if (!InGridArea(px, py)) return false;
+    *cell = GridCellAt(px, py, gridSize);
+    return true;
+}
+
+bool GridEditor::HandleClick(intptr_t lParam) {
+    GridCell hit = {0, 0};
+    const bool overCell = CellAt(lParam, &hit);
+    stroke.Begin(tool, overCell, hit);
+    return overCell && ApplyTool(hit);
+}
+
+bool GridEditor::HandleDrag(intptr_t lParam, bool buttonHeld) {
+    GridCell hit = {0, 0};
+    const bool overCell = CellAt(lParam, &hit);
+    return stroke.Enter(buttonHeld, overCell, hit) && ApplyTool(hit);
+}
+
+bool GridEditor::ApplyTool(GridCell hit) {
     Pattern* cells = patternHolder ? *patternHolder : nullptr;
-    if (!InGridArea(px, py) || !cells) return false;
-    const GridCell hit = GridCellAt(px, py, gridSize);
+    if (!cells) return false;
     switch (ApplyEditorTool(tool, cells->Cell(hit.row, hit.column), foreColor, backColor)) {
         case ToolEffect::kNone: return false;
         case ToolEffect::kCellPainted: RedrawGrid(); return true;

@@ -1,6 +1,7 @@
 // The magnified view of the Pattern in force on the Pattern Fill page: a 127 by 127
 // self-drawn control in which each cell of the square in force is a block. A click
-// paints a cell, erases it or picks its colour, by the tool selected.
+// paints a cell, erases it or picks its colour, by the tool selected; a drag with the
+// pencil or the eraser paints every cell it enters.
 #pragma once
 
 #include <windows.h>
@@ -10,6 +11,7 @@
 
 #include "color/pattern.h"
 #include "controls/editor_tool.h"
+#include "controls/grid_stroke.h"
 #include "controls/offscreen_bitmap.h"
 
 namespace tessellum {
@@ -34,6 +36,9 @@ public:
     bool HitTest(int32_t pointX, int32_t pointY) const;
     // The mouse-down of the page: true if the cell or the fore colour changed.
     bool HandleClick(intptr_t lParam);
+    // A mouse move of the page: true if it entered a cell of a stroke and painted it.
+    bool HandleDrag(intptr_t lParam, bool buttonHeld);
+    void EndStroke() { stroke.End(); }
 
     void SetTool(EditorTool value) { tool = value; }
     void SetForeColor(uint8_t red, uint8_t green, uint8_t blue) { foreColor = {red, green, blue}; }
@@ -46,6 +51,11 @@ public:
     const OffscreenBitmap& Bitmap() const { return *bitmap; }
 
 private:
+    // The cell under a point of the page, false outside the cells.
+    bool CellAt(intptr_t lParam, GridCell* cell) const;
+    // The selected tool on one cell: true if the cell or the fore colour changed.
+    bool ApplyTool(GridCell hit);
+
     Pattern** patternHolder;
     std::unique_ptr<OffscreenBitmap> bitmap;
     uint8_t gridSize = 2;
@@ -54,6 +64,7 @@ private:
     EditorTool tool = kToolPencil;
     Rgb8 foreColor = {0, 0, 0};
     Rgb8 backColor = {255, 255, 255};
+    GridStroke stroke;
 };
 
 }  // namespace tessellum

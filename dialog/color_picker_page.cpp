@@ -106,7 +106,10 @@ void PickerDispatch(FilterDialog& dialog, HWND page, UINT message, WPARAM wParam
         case WM_COMMAND:
             if (LOWORD(wParam) == IDC_CONVERT) dialog.ConvertToWebSafe();
             return;
-        case WM_LBUTTONDOWN: {
+        // The page's class asks for double clicks: the second press of a quick pair is
+        // a press like any other, on a step arrow as anywhere.
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK: {
             if (sliders.HandleMouseDown(lParam)) {
                 dialog.ShowNewColor(1);
                 dialog.SlidersChanged();

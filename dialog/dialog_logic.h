@@ -111,9 +111,12 @@ constexpr PickerState PickerStateFor(uint8_t workGridSize) {
     return workGridSize == 2 ? PickerState::kSliders : PickerState::kConvert;
 }
 
-// "4x4" for 4: the text of the grid button. The buffer holds at least 8 bytes.
+// "4x4" for 4: the text of the grid button, which shows the size in force: a stored
+// byte outside 2..8 (a damaged or hand-made file) shows the size the editor and the
+// fill use. The buffer holds at least 8 bytes.
 inline void FormatGridSizeText(char* buffer, size_t size, uint8_t gridSize) {
-    std::snprintf(buffer, size, "%dx%d", gridSize, gridSize);
+    const int inForce = EffectiveGridSize(gridSize);
+    std::snprintf(buffer, size, "%dx%d", inForce, inForce);
 }
 
 // "&1 Spring" for the first list: its menu item, numbered from 1 with that mnemonic.

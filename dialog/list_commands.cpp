@@ -61,7 +61,9 @@ void FilterDialog::DeleteList() {
     library->colorLists->RemoveAt(selectedList);
     selectedList = ListAfterDelete(library->colorLists->Count());
     RefreshLists();
-    // Freed only now: until the refresh the Pattern in force may point into it.
+    // With no list left the colour box selects nothing and nothing else moves the Pattern
+    // in force: resolve it (and show it) before the list it may point into is freed.
+    ColorSelectionChanged();
     delete list;
 }
 

@@ -18,7 +18,12 @@ INT_PTR CALLBACK NamePromptProc(HWND window, UINT message, WPARAM wParam, LPARAM
             SetWindowTextA(edit, activePrompt->buffer);
             // Typing stops at the limit; a longer initial text is shown in full.
             SendMessageA(edit, EM_LIMITTEXT, activePrompt->size - 1, 0);
-            return TRUE;
+            // The prompt opens for typing: the field has the focus and its whole text is
+            // selected, so that typing replaces the offered name, Enter accepts it and
+            // Escape cancels. FALSE keeps the dialog manager from moving the focus to OK.
+            SetFocus(edit);
+            SendMessageA(edit, EM_SETSEL, 0, -1);
+            return FALSE;
         }
         case WM_COMMAND:
             if (LOWORD(wParam) == IDOK) {

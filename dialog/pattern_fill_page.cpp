@@ -94,13 +94,19 @@ void FillCommand(FilterDialog& dialog, int id) {
     }
 }
 
+// After the editor changed a cell or picked a colour: the colour pair follows the
+// editor's fore colour, and the previews show the new cell.
+void EditorChanged(FilterDialog& dialog) {
+    uint8_t red = 0, green = 0, blue = 0;
+    dialog.Editor()->GetForeColor(&red, &green, &blue);
+    dialog.SetPickerColor(red, green, blue);
+    dialog.RefreshDialog();
+}
+
 void Click(FilterDialog& dialog, LPARAM lParam) {
     const MousePoint point = PointFromLParam(lParam);
     if (dialog.Editor()->HandleClick(lParam)) {
-        uint8_t red = 0, green = 0, blue = 0;
-        dialog.Editor()->GetForeColor(&red, &green, &blue);
-        dialog.SetPickerColor(red, green, blue);
-        dialog.RefreshDialog();
+        EditorChanged(dialog);
     } else if (dialog.Swatches()->HandleClick(lParam)) {
         dialog.PickSwatch();
     } else if (dialog.Tools()->HandleClick(lParam)) {
@@ -137,8 +143,16 @@ INT_PTR CALLBACK PatternFillPageProc(HWND page, UINT message, WPARAM wParam, LPA
             case WM_REPAINTPAGE: dialog.ShowPatternFillPage(); return 0;
             case WM_ERASEBKGND: PostMessageA(page, WM_REPAINTPAGE, 0, 0); return 0;
             case WM_SETCURSOR: return 1;  // the pointer is set on mouse moves alone
-            case WM_MOUSEMOVE: SetPointer(dialog, lParam); return 0;
-            case WM_LBUTTONDOWN: Click(dialog, lParam); return 0;
+            case WM_MOUSEMOVE:
+                SetPointer(dialog, lParam);
+                if (dialog.Editor()->HandleDrag(lParam, (wParam & MK_LBUTTON) != 0))
+                    EditorChanged(dialog);
+                return 0;
+            // The page's class asks for double clicks: the second press of a quick pair
+            // is a press like any other.
+            case WM_LBUTTONDOWN:
+            case WM_LBUTTONDBLCLK: Click(dialog, lParam); return 0;
+            case WM_LBUTTONUP: dialog.Editor()->EndStroke(); return 0;
             case WM_COMMAND: FillCommand(dialog, LOWORD(wParam)); return 0;
             default: return 0;
         }

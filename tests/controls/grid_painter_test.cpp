@@ -10,6 +10,7 @@
 
 #include "controls/editor_tool.h"
 #include "controls/grid_geometry.h"
+#include "controls/grid_stroke.h"
 #include "tests/controls/pixel_store.h"
 
 namespace tessellum {
@@ -119,6 +120,36 @@ TEST(EditorTool, TheDropperLeavesTheCellAndEveryByteOfAColourCounts) {
         EXPECT_EQ(ApplyEditorTool(odd, oddCell, oddFore, white), ToolEffect::kNone);
         EXPECT_TRUE(SameColor(oddCell, teal) && SameColor(oddFore, black));
     }
+}
+
+// A drag paints each cell it enters while held, once per entry, with the painting tools;
+// a stroke starts only on a cell and ends with the button.
+TEST(GridStroke, PaintsEachCellEnteredWhileTheButtonIsHeld) {
+    struct Move {
+        bool held, over;
+        int32_t row, column;
+        bool paints;
+    };
+    const GridCell start = {0, 0};
+    GridStroke pencil;
+    pencil.Begin(kToolPencil, true, start);
+    const Move moves[] = {{true, true, 0, 0, false},  {true, true, 0, 1, true},
+                          {true, true, 0, 1, false},  {true, false, 0, 1, false},
+                          {true, true, 0, 1, true},   {true, true, 1, 1, true},
+                          {false, true, 1, 2, false}, {true, true, 1, 3, false}};
+    for (const Move& m : moves)
+        EXPECT_EQ(pencil.Enter(m.held, m.over, {m.row, m.column}), m.paints)
+            << m.held << m.over << " " << m.row << "," << m.column;
+    GridStroke eraser, dropper, offGrid, ended;
+    eraser.Begin(kToolEraser, true, start);
+    EXPECT_TRUE(eraser.Enter(true, true, {1, 0}));
+    dropper.Begin(kToolEyedropper, true, start);
+    EXPECT_FALSE(dropper.Enter(true, true, {1, 0}));
+    offGrid.Begin(kToolPencil, false, start);
+    EXPECT_FALSE(offGrid.Enter(true, true, {1, 0}));
+    ended.Begin(kToolPencil, true, start);
+    ended.End();
+    EXPECT_FALSE(ended.Enter(true, true, {1, 0}));
 }
 
 }  // namespace

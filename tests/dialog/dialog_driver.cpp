@@ -34,13 +34,22 @@ void DialogDriver::Command(HWND window, int id) const {
     Settle();
 }
 
-void DialogDriver::Mouse(HWND page, UINT message, int x, int y) const {
-    const WPARAM keys = message == WM_LBUTTONUP ? 0 : (message == WM_LBUTTONDOWN ? MK_LBUTTON : 0);
-    Send(page, message, keys, MAKELPARAM(x, y));
+void DialogDriver::Mouse(HWND page, UINT message, int x, int y, bool held) const {
+    const bool down = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
+    Send(page, message, down || (held && message == WM_MOUSEMOVE) ? MK_LBUTTON : 0,
+         MAKELPARAM(x, y));
 }
 
 void DialogDriver::Click(HWND page, int x, int y) const {
     Mouse(page, WM_LBUTTONDOWN, x, y);
+    Mouse(page, WM_LBUTTONUP, x, y);
+    Settle();
+}
+
+void DialogDriver::DoubleClick(HWND page, int x, int y) const {
+    Mouse(page, WM_LBUTTONDOWN, x, y);
+    Mouse(page, WM_LBUTTONUP, x, y);
+    Mouse(page, WM_LBUTTONDBLCLK, x, y);
     Mouse(page, WM_LBUTTONUP, x, y);
     Settle();
 }
@@ -115,6 +124,33 @@ void Type(HWND edit, const std::string& text) {
     for (char c : text) SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(c), 1);
 }
 
+// Real keystrokes into the system's input, as the keyboard makes them: they go to the
+// window that has the focus, wherever that is.
+void Keys(const std::vector<INPUT>& strokes) {
+    std::vector<INPUT> sent = strokes;
+    EXPECT_EQ(SendInput(static_cast<UINT>(sent.size()), sent.data(), sizeof(INPUT)), sent.size());
+    Sleep(50);
+}
+INPUT Key(WORD key, WCHAR unicode, bool up) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = unicode;
+    input.ki.dwFlags = (unicode ? KEYEVENTF_UNICODE : 0) | (up ? KEYEVENTF_KEYUP : 0);
+    return input;
+}
+void PressKey(WORD key) {
+    Keys({Key(key, 0, false), Key(key, 0, true)});
+}
+void TypeText(const std::string& text) {
+    std::vector<INPUT> strokes;
+    for (char c : text) {
+        strokes.push_back(Key(0, static_cast<unsigned char>(c), false));
+        strokes.push_back(Key(0, static_cast<unsigned char>(c), true));
+    }
+    if (!strokes.empty()) Keys(strokes);
+}
+
 }  // namespace
 
 DialogDriver::PromptSeen DialogDriver::AnswerPrompt(const char* caption, const std::string& typed,
@@ -127,8 +163,11 @@ DialogDriver::PromptSeen DialogDriver::AnswerPrompt(const char* caption, const s
     }
     HWND edit = GetDlgItem(prompt, 1000);
     const PromptSeen seen = {WindowText(GetDlgItem(prompt, 1001)), WindowText(edit)};
-    if (ok) Type(edit, typed);
-    PostMessageA(prompt, WM_COMMAND, MAKEWPARAM(ok ? IDOK : IDCANCEL, BN_CLICKED), 0);
+    if (ok) {
+        if (typed.empty()) PressKey(VK_BACK);  // the selected name goes
+        TypeText(typed);
+    }
+    PressKey(ok ? VK_RETURN : VK_ESCAPE);
     WaitUntilGone(prompt);
     Settle();
     return seen;

@@ -28,18 +28,22 @@ public:
 
     void Press(HWND parent, int id) const;    // a click on a push button
     void Command(HWND window, int id) const;  // as a menu item sends it
-    void Mouse(HWND page, UINT message, int x, int y) const;
+    // A mouse message as the page gets it; a move carries MK_LBUTTON when `held`.
+    void Mouse(HWND page, UINT message, int x, int y, bool held = false) const;
     void Click(HWND page, int x, int y) const;  // down and up
-    void ChooseTab(int index) const;            // a click on the tab
-    void SelectRow(int row) const;              // a click on a row of the colour list box
+    // Two clicks in the double-click time: the second press comes as WM_LBUTTONDBLCLK.
+    void DoubleClick(HWND page, int x, int y) const;
+    void ChooseTab(int index) const;  // a click on the tab
+    void SelectRow(int row) const;    // a click on a row of the colour list box
 
     // Commands and keys that open a modal window (a prompt, a question, a file dialog)
     // are posted: the driver answers that window while the dialog waits for it.
     void PostCommand(HWND window, int id) const;
     void PostKey(HWND window, UINT key) const;  // down and up
-    // Answers the name prompt with this caption: types `typed` over the selected initial
-    // text, then OK, or Cancel when `ok` is false. Returns the prompt's line and its
-    // initial text. With `shot`, saves a screenshot of it first.
+    // Answers the name prompt with this caption at the keyboard, as a user does: types
+    // `typed` (Backspace for an empty name), then Enter, or Escape when `ok` is false.
+    // Returns the prompt's line and its initial text. With `shot`, saves a screenshot of
+    // it first.
     struct PromptSeen {
         std::string line, initial;
     };

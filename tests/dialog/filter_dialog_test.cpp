@@ -109,6 +109,12 @@ TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTil
             GetClientRect(d.dialog, &client);
             const int frame = (outer.right - outer.left) - client.right;
             EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
+            // Windows' metrics: "MS Sans Serif" 8 gives base units of 6 x 13 pixels, so the
+            // template's 357 units are 536 pixels (a wider stand-in font makes them 626).
+            RECT units = {0, 0, 357, 8};
+            MapDialogRect(d.dialog, &units);
+            EXPECT_EQ(units.right, 536);
+            EXPECT_EQ(units.bottom, 13);
             // The zero tile: black previews.
             EXPECT_EQ(PickerCell(d, 0, 0), 0u);
             EXPECT_EQ(MainPreviewCell(d, 1, 1), 0u);
@@ -179,7 +185,8 @@ TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThe
         ColorEntry* grey = AddColor(*web, "Grey3", 3, 2);
         for (int i = 0; i < 9; ++i)  // five of nine white, the rest black
             grey->cells.Cell(i / 3, i % 3) = i % 2 == 0 ? Rgb8{255, 255, 255} : Rgb8{0, 0, 0};
-        AddColor(*AddList(library, "Second"), "Solid", 2, 3);
+        std::memset(&AddColor(*AddList(library, "Second"), "Solid", 2, 3)->cells, 0x40,
+                    sizeof(Pattern));
         SaveLibraryFile(library);
     }
     SetSizing(1);
@@ -219,6 +226,12 @@ TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThe
         d.Command(d.dialog, 3001);  // the second list from the list menu
         EXPECT_EQ(d.Text(d.dialog, 1004), "Second");
         EXPECT_EQ(d.Rows(), std::vector<std::string>{"Solid"});
+        // Quick clicks on red's step arrow: the second press of each pair steps too.
+        const ControlBounds arrow = RightArrowBounds(SlidersOf(d).x, SlidersOf(d).RowTop(0));
+        for (int pair = 0; pair < 2; ++pair) d.DoubleClick(d.picker, arrow.left + 3, arrow.top + 5);
+        EXPECT_EQ(d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2),
+                  0x444040u)
+            << "64 and four steps";
         d.Press(d.dialog, IDCANCEL);
     });
     EXPECT_EQ(report.result, 1);
@@ -260,8 +273,11 @@ TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
             // The pencil paints the host's foreground first.
             cell(0, 0, 60);
             EXPECT_EQ(editorPixel(0, 0, 60), 0x3C78B4u);
-            // Swatch 5 of the web-safe table is (0, 0, 255).
-            d.Click(d.pattern, swatches.left + 4 + 5 * 9 + 4, swatches.top + 4 + 5);
+            // Swatch 5 of the web-safe table is (0, 0, 255), taken by the second press of
+            // a quick pair whose first took swatch 4, three pixels to its left.
+            d.Click(d.pattern, swatches.left + 4 + 4 * 9 + 7, swatches.top + 4 + 5);
+            d.Mouse(d.pattern, WM_LBUTTONDBLCLK, swatches.left + 4 + 5 * 9 + 1, swatches.top + 9);
+            d.Mouse(d.pattern, WM_LBUTTONUP, swatches.left + 4 + 5 * 9 + 1, swatches.top + 9);
             cell(0, 1, 60);
             EXPECT_EQ(editorPixel(0, 1, 60), 0x0000FFu);
             EXPECT_EQ(MainPreviewCell(d, 0, 1), 0x0000FFu);
@@ -292,6 +308,16 @@ TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
             EXPECT_EQ(editorPixel(0, 1, 30), 0x0000FFu);
             EXPECT_EQ(editorPixel(3, 3, 30), 0x000000u);
             cell(3, 3, 30);
+            // A drag with the pencil paints each cell it enters; a move without the button
+            // paints nothing.
+            const int row3 = editor.top + 4 + 3 * 30 + 15, row2 = row3 - 30;
+            d.Mouse(d.pattern, WM_LBUTTONDOWN, editor.left + 4 + 15, row3);
+            for (int x = 15; x < 90; x += 10)
+                d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 4 + x, row3, true);
+            d.Mouse(d.pattern, WM_LBUTTONUP, editor.left + 4 + 85, row3);
+            for (int x = 15; x < 120; x += 10)
+                d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 4 + x, row2);
+            d.Settle();
             d.Screenshot("dialog_pattern_fill");
             d.ChooseTab(0);
             EXPECT_TRUE(d.Visible(d.picker, 1019)) << "a 4x4 tile puts the picker in convert";
@@ -305,8 +331,10 @@ TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
     EXPECT_EQ(Rgb(TileCell(0, 1)), 0x0000FFu);
     EXPECT_EQ(Rgb(TileCell(1, 1)), 0xFFFFFFu);
     EXPECT_EQ(Rgb(TileCell(1, 0)), 0x3C78B4u);
-    EXPECT_EQ(Rgb(TileCell(3, 3)), 0x3C78B4u);
-    EXPECT_EQ(Rgb(TileCell(2, 2)), 0u);
+    for (int column = 0; column < 4; ++column) {
+        EXPECT_EQ(Rgb(TileCell(3, column)), 0x3C78B4u) << "the stroke and the click, " << column;
+        EXPECT_EQ(Rgb(TileCell(2, column)), 0u) << "no button, no paint, " << column;
+    }
     // The image: the 4x4 tile from the rectangle's corner.
     EXPECT_EQ(image.pixels[3 * 1 + 2], 0xFF) << "pixel (0, 1) is the blue cell";
     EXPECT_EQ(image.pixels[3 * (16 * 4 + 4) + 2], 0xB4) << "the tile repeats every 4 pixels";

@@ -128,21 +128,34 @@ TEST_F(LibraryCommandsTest, ListsAndColorsMadeNamedAndDeletedFromNothing) {
     EXPECT_EQ(CompareLibraries(expected, *saved), "");
 }
 
-// With no colour selected the dialog's own tile comes back: Fill lays it.
-TEST_F(LibraryCommandsTest, DeletingTheLastColorBringsBackTheDialogsOwnTile) {
+// A colour whose stored GridSize byte is out of range shows the size in force and keeps
+// its byte. Deleting the only list (its colour selected) brings back the dialog's own
+// tile, and Fill lays that, never the bytes of the list just freed.
+TEST_F(LibraryCommandsTest, DeletingTheOnlyListBringsBackTheDialogsOwnTile) {
     {
         ColorLibrary library;
-        AddColor(*AddList(library, "One"), "Only", 3, 7);
+        AddColor(*AddList(library, "One"), "Only", 9, 7);
         SaveLibraryFile(library);
     }
     Run([&](DialogDriver& d) {
-        d.PostKey(Box(d), VK_DELETE);
+        EXPECT_EQ(d.Text(d.pattern, 1016), "8x8");
+        d.Press(d.dialog, IDCANCEL);
+    });
+    const auto kept = LoadLibraryFile();
+    EXPECT_EQ(static_cast<ColorEntry*>(
+                  static_cast<ColorList*>(kept->colorLists->ValueAt(0))->entries.ValueAt(0))
+                  ->gridSize,
+              9);
+    Run([&](DialogDriver& d) {
+        EXPECT_EQ(d.SelectedRow(), 0);
+        d.PostCommand(d.dialog, 40003);
         d.AnswerMessageBox("Confirm Delete", IDYES);
+        EXPECT_EQ(d.Text(d.dialog, 1004), "none");
         d.Press(d.dialog, IDOK);
     });
     ASSERT_EQ(block.size(), 198u);
     EXPECT_EQ(Bytes(block.begin() + 5, block.begin() + 197), Bytes(192, 0)) << "the zero tile";
-    EXPECT_EQ(LoadLibraryFile()->colorLists->Count(), 1);
+    EXPECT_EQ(LoadLibraryFile()->colorLists->Count(), 0);
 }
 
 // Export from one library, import into another; a library file refused in the import
