@@ -122,34 +122,23 @@ TEST(EditorTool, TheDropperLeavesTheCellAndEveryByteOfAColourCounts) {
     }
 }
 
-// A drag paints each cell it enters while held, once per entry, with the painting tools;
-// a stroke starts only on a cell and ends with the button.
+// A drag paints each cell it enters while held, once per entry, with the painting tools
+// only; a stroke starts only on a cell and ends with the button.
 TEST(GridStroke, PaintsEachCellEnteredWhileTheButtonIsHeld) {
-    struct Move {
+    const struct {
         bool held, over;
-        int32_t row, column;
+        GridCell cell;
         bool paints;
-    };
-    const GridCell start = {0, 0};
-    GridStroke pencil;
-    pencil.Begin(kToolPencil, true, start);
-    const Move moves[] = {{true, true, 0, 0, false},  {true, true, 0, 1, true},
-                          {true, true, 0, 1, false},  {true, false, 0, 1, false},
-                          {true, true, 0, 1, true},   {true, true, 1, 1, true},
-                          {false, true, 1, 2, false}, {true, true, 1, 3, false}};
-    for (const Move& m : moves)
-        EXPECT_EQ(pencil.Enter(m.held, m.over, {m.row, m.column}), m.paints)
-            << m.held << m.over << " " << m.row << "," << m.column;
-    GridStroke eraser, dropper, offGrid, ended;
-    eraser.Begin(kToolEraser, true, start);
-    EXPECT_TRUE(eraser.Enter(true, true, {1, 0}));
-    dropper.Begin(kToolEyedropper, true, start);
-    EXPECT_FALSE(dropper.Enter(true, true, {1, 0}));
-    offGrid.Begin(kToolPencil, false, start);
-    EXPECT_FALSE(offGrid.Enter(true, true, {1, 0}));
-    ended.Begin(kToolPencil, true, start);
-    ended.End();
-    EXPECT_FALSE(ended.Enter(true, true, {1, 0}));
+    } moves[] = {{true, true, {0, 0}, false},  {true, true, {0, 1}, true},
+                 {true, false, {0, 1}, false}, {true, true, {0, 1}, true},
+                 {false, true, {1, 2}, false}, {true, true, {1, 3}, false}};
+    GridStroke pencil, dropper, offGrid;
+    pencil.Begin(kToolPencil, true, {0, 0});
+    for (const auto& m : moves)
+        EXPECT_EQ(pencil.Enter(m.held, m.over, m.cell), m.paints) << m.cell.row << m.cell.column;
+    dropper.Begin(kToolEyedropper, true, {0, 0});
+    offGrid.Begin(kToolPencil, false, {0, 0});
+    EXPECT_FALSE(dropper.Enter(true, true, {1, 0}) || offGrid.Enter(true, true, {1, 0}));
 }
 
 }  // namespace
