@@ -23,26 +23,35 @@ readers=(
 )
 
 cd "$root"
+flags=(-std=c++17 -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer,address,undefined
+  -fno-sanitize-recover=undefined -I"$root")
+# The readers are compiled once for the three targets, two at a time, each when its source
+# or a header it may include is newer than its object; then each target is linked.
+mkdir -p "$out/obj"
+newest_header=$(ls -t color/*.h storage/*.h fuzz/*.h tests/support/library_samples.h | head -n 1)
+compile() {  # compile SOURCE OBJECT
+  "$cxx" "${flags[@]}" -c "$1" -o "$2" || { echo "run_fuzz: $1 did not build"; return 1; }
+}
+objects=() jobs=()
+for f in "${readers[@]}"; do
+  object="$out/obj/$(tr / _ <<<"${f%.cpp}").o"
+  objects+=("$object")
+  if [ ! -f "$object" ] || [ "$f" -nt "$object" ] || [ "$newest_header" -nt "$object" ]; then
+    [ "${#jobs[@]}" -ge 2 ] && { wait "${jobs[0]}" || exit 1; jobs=("${jobs[@]:1}"); }
+    compile "$f" "$object" &
+    jobs+=($!)
+  fi
+done
+for job in "${jobs[@]}"; do wait "$job" || exit 1; done
 for t in "${targets[@]}"; do
   binary=$out/${t}_fuzz
-  sources=("fuzz/${t}_fuzz.cpp" "${readers[@]}")
   mkdir -p "$out/corpus/$t"
   stale=0
-  if [ ! -x "$binary" ]; then
-    stale=1
-  else
-    for f in "${sources[@]}" color/*.h storage/*.h fuzz/*.h tests/support/library_samples.h; do
-      if [ "$f" -nt "$binary" ]; then stale=1; fi
-    done
-  fi
-  if [ "$stale" = 1 ]; then
+  for f in "fuzz/${t}_fuzz.cpp" "${objects[@]}"; do [ "$f" -nt "$binary" ] && stale=1; done
+  if [ "$stale" = 1 ] || [ "$newest_header" -nt "$binary" ]; then
     echo "building $binary"
-    if ! "$cxx" -std=c++17 -g -O1 -fno-omit-frame-pointer \
-      -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
-      -I"$root" "${sources[@]}" -o "$binary"; then
-      echo "run_fuzz: the $t target did not build"
-      exit 1
-    fi
+    "$cxx" "${flags[@]}" "fuzz/${t}_fuzz.cpp" "${objects[@]}" -o "$binary" \
+      || { echo "run_fuzz: the $t target did not build"; exit 1; }
   fi
   python3 fuzz/make_seeds.py "fuzz/${t}_seeds.txt" "$out/seeds/$t"
 done

@@ -15,8 +15,8 @@ xvfb-run -a -s "-screen 0 1280x1024x24" bash "$root/scripts/windows-tests.sh" "$
 windows_status=$?
 
 # A short fuzzing round of the three file readers on their seed corpora (longer: see README).
-echo "test: fuzzing the library, list and colour table readers for ${TESSELLUM_FUZZ_SECONDS:-60} seconds"
-if bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-60}" >"$logs/fuzz.out" 2>&1; then
+echo "test: fuzzing the library, list and colour table readers for ${TESSELLUM_FUZZ_SECONDS:-20} seconds"
+if bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-20}" >"$logs/fuzz.out" 2>&1; then
   fuzz_failed=0
   tail -n 12 "$logs/fuzz.out" | grep -E '^stat::number_of_executed_units|^Done' || true
 else
