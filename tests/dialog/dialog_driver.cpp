@@ -209,6 +209,28 @@ std::string DialogDriver::AnswerFileDialog(const char* title, const std::string&
     return offered;
 }
 
+std::string DialogDriver::AnswerColorDialog(int red, int green, int blue, bool ok,
+                                            const char* shot) const {
+    enum { kRed = 706, kGreen = 707, kBlue = 708, kAdd = 712 };  // the published ids
+    HWND box = WaitForWindow(dialog, "Color");
+    if (!box) return "";
+    Sleep(150);  // its start-up and first paint
+    const std::string shown = WindowText(GetDlgItem(box, kRed)) + "," +
+                              WindowText(GetDlgItem(box, kGreen)) + "," +
+                              WindowText(GetDlgItem(box, kBlue));
+    const int values[3][2] = {{kRed, red}, {kGreen, green}, {kBlue, blue}};
+    for (const auto& [id, value] : values) SetDlgItemTextA(box, id, std::to_string(value).c_str());
+    SendMessageA(box, WM_COMMAND, MAKEWPARAM(kAdd, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(box, kAdd)));
+    if (shot) {
+        EXPECT_FALSE(SaveScreenshot(box, shot).empty()) << shot;
+    }
+    PostMessageA(box, WM_COMMAND, MAKEWPARAM(ok ? IDOK : IDCANCEL, BN_CLICKED), 0);
+    WaitUntilGone(box);
+    Settle();
+    return shown;
+}
+
 std::string DialogDriver::Text(HWND parent, int id) const {
     char text[512] = {};
     GetWindowTextA(GetDlgItem(parent, id), text, sizeof text);

@@ -56,6 +56,11 @@ public:
     // for an empty path. Returns the file name it offered at first.
     std::string AnswerFileDialog(const char* title, const std::string& path,
                                  const char* shot = nullptr) const;
+    // Sets the system colour dialog to this colour, adds it to the custom colours and
+    // presses OK, or Cancel when `ok` is false. Returns the colour it showed at first as
+    // "red,green,blue".
+    std::string AnswerColorDialog(int red, int green, int blue, bool ok,
+                                  const char* shot = nullptr) const;
 
     std::string Text(HWND parent, int id) const;
     bool Visible(HWND parent, int id) const;

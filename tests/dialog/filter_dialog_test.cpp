@@ -340,6 +340,94 @@ TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
     EXPECT_EQ(image.pixels[3 * (16 * 4 + 4) + 2], 0xB4) << "the tile repeats every 4 pixels";
 }
 
+// The colour controls as a click reaches them on both pages: the back box loads the
+// host's background colour; a held step arrow steps on every tick and stops at the
+// release; the selected tool shows selected from the start; the colour pair swaps,
+// resets, and picks through the system colour dialog, whose custom colours are kept;
+// the empty swatches of a short palette take no click.
+TEST_F(FilterDialogTest, TheColourControlsAnswerTheMouse) {
+    {
+        ColorLibrary library;
+        AddPalette(library, "Short", 10, 4);
+        SaveLibraryFile(library);
+    }
+    for (int i = 0; i < 16; ++i)
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, ("Custom Color " + std::to_string(i)).c_str());
+    host::RunOptions options;
+    options.foreground = {0x1100, 0x2200, 0x3300};
+    options.background = {0x3300, 0x6600, 0xCC00};
+    Run(
+        [&](DialogDriver& d) {
+            const RECT label = d.Place(d.picker, 1035), box = d.Place(d.picker, 1031);
+            const auto shown = [&] {
+                return d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2);
+            };
+            d.Click(d.picker, label.left - 28 + 20, label.top + 20);
+            EXPECT_EQ(shown(), 0x3366CCu) << "the back box gives its colour";
+            const ControlBounds arrow = RightArrowBounds(SlidersOf(d).x, SlidersOf(d).RowTop(0));
+            d.Mouse(d.picker, WM_LBUTTONDOWN, arrow.left + 3, arrow.top + 5);
+            Sleep(1000);
+            d.Mouse(d.picker, WM_LBUTTONUP, arrow.left + 3, arrow.top + 5);
+            d.Settle();
+            const uint32_t released = shown();
+            EXPECT_GT(released >> 16, 0x33u + 3) << "a step at the press and one per tick";
+            Sleep(300);
+            d.Settle();
+            EXPECT_EQ(shown(), released) << "no step after the release";
+
+            d.ChooseTab(1);
+            const RECT tools = d.Place(d.pattern, 1033), pair = d.Place(d.pattern, 1034);
+            const auto field = [&](int tool) {  // white in a plain button, black selected
+                return d.Pixel(d.pattern, tools.left + 26 * tool + 1, tools.top + 1);
+            };
+            EXPECT_EQ(field(0), 0u) << "the pencil is selected from the start";
+            EXPECT_EQ(field(1), 0xFFFFFFu);
+            d.Click(d.pattern, tools.left + 2 * 26 + 13, tools.top + 11);
+            EXPECT_EQ(field(0), 0xFFFFFFu);
+            EXPECT_EQ(field(2), 0u);
+            const auto fore = [&] { return d.Pixel(d.pattern, pair.left + 20, pair.top + 20); };
+            const auto back = [&] { return d.Pixel(d.pattern, pair.left + 60, pair.top + 60); };
+            EXPECT_EQ(fore(), 0x112233u);
+            EXPECT_EQ(back(), 0xFFFFFFu);
+            d.Click(d.pattern, pair.left + 58, pair.top + 18);  // the swap sign
+            EXPECT_EQ(fore(), 0xFFFFFFu);
+            EXPECT_EQ(back(), 0x112233u);
+            d.Click(d.pattern, pair.left + 14, pair.top + 54);  // the reset sign
+            EXPECT_EQ(fore(), 0u);
+            EXPECT_EQ(back(), 0xFFFFFFu);
+            PostMessageA(d.pattern, WM_LBUTTONDOWN, MK_LBUTTON,
+                         MAKELPARAM(pair.left + 60, pair.top + 60));
+            PostMessageA(d.pattern, WM_LBUTTONUP, 0, MAKELPARAM(pair.left + 60, pair.top + 60));
+            EXPECT_EQ(d.AnswerColorDialog(10, 20, 30, true, "colour_dialog"), "255,255,255");
+            EXPECT_EQ(back(), 0x0A141Eu);
+            PostMessageA(d.pattern, WM_LBUTTONDOWN, MK_LBUTTON,
+                         MAKELPARAM(pair.left + 20, pair.top + 20));
+            PostMessageA(d.pattern, WM_LBUTTONUP, 0, MAKELPARAM(pair.left + 20, pair.top + 20));
+            d.AnswerColorDialog(200, 0, 0, false);
+            EXPECT_EQ(fore(), 0u) << "Cancel keeps the colour";
+
+            d.Command(d.pattern, 3500);  // the short palette: swatch 9 is its last colour
+            const RECT swatches = d.Place(d.pattern, 1032);
+            d.Click(d.pattern, swatches.left + 4 + 9 * 9 + 4, swatches.top + 9);
+            const uint32_t last = fore();
+            d.Click(d.pattern, swatches.left + 4 + 10 * 9 + 4, swatches.top + 9);
+            EXPECT_EQ(fore(), last) << "an empty swatch takes no click";
+            EXPECT_NE(last, 0u);
+            d.Press(d.dialog, IDCANCEL);
+        },
+        options);
+    // The colour dialog's 16 custom colours are kept, the one added first.
+    DWORD value = 0, size = sizeof value;
+    EXPECT_EQ(
+        RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 0", RRF_RT_ANY, nullptr, &value, &size),
+        ERROR_SUCCESS);
+    EXPECT_EQ(value, 0x1E140Au);
+    size = sizeof value;
+    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 15", RRF_RT_ANY, nullptr, &value,
+                           &size),
+              ERROR_SUCCESS);
+}
+
 // More than 50 lists: the menu shows 50 and the 50th is in force. A damaged library:
 // an empty one, and the refused file kept aside byte for byte at teardown.
 TEST_F(FilterDialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
