@@ -110,6 +110,11 @@ TEST_F(LibraryCommandsTest, ListsAndColorsMadeNamedAndDeletedFromNothing) {
         d.AnswerMessageBox("Confirm Delete", IDYES);
         EXPECT_TRUE(d.Rows().empty());
         EXPECT_EQ(d.SelectedRow(), LB_ERR);
+        d.PostKey(Box(d), VK_DELETE);
+        if (!NoneCameUp(d, "Confirm Delete")) {
+            ADD_FAILURE() << "Delete in an empty colour box asked to delete a colour";
+            d.AnswerMessageBox("Confirm Delete", IDNO);
+        }
         // Deleting the list in force brings the first list back, not a neighbour.
         d.PostCommand(d.dialog, 40003);
         EXPECT_EQ(d.AnswerMessageBox("Confirm Delete", IDYES), "Delete this list?");
