@@ -15,17 +15,13 @@ export TESSELLUM_WINEPREFIX=$state/wineprefix
 xvfb=(xvfb-run -a -s "-screen 0 1280x1024x24")
 ctest_args=(--stop-on-failure --no-tests=ignore --timeout 240)  # native tests have no timeout of their own
 
-# ctest_first_then_rest TREE FIRST_REGEX LOG [ARGS]: the likely tests, then only if they
-# all passed the others. Non-zero when a test failed.
+# ctest_first_then_rest TREE FIRST_REGEX LOG [ARGS]: the likely tests, then, only if they
+# all passed, the others. Non-zero when a test failed.
 ctest_first_then_rest() {
-  local tree=$1 first=$2 log=$3
+  local dir=$root/build/$1 first=${2:-^\$} log=$3
   shift 3
-  if [ -n "$first" ]; then
-    ctest --test-dir "$root/build/$tree" "${ctest_args[@]}" "$@" -R "$first" >>"$log" 2>&1 || return 1
-    ctest --test-dir "$root/build/$tree" "${ctest_args[@]}" "$@" -E "$first" >>"$log" 2>&1
-  else
-    ctest --test-dir "$root/build/$tree" "${ctest_args[@]}" "$@" >>"$log" 2>&1
-  fi
+  ctest --test-dir "$dir" "${ctest_args[@]}" "$@" -R "$first" >>"$log" 2>&1 &&
+    ctest --test-dir "$dir" "${ctest_args[@]}" "$@" -E "$first" >>"$log" 2>&1
 }
 
 # The modes the script runs itself in: one tree's tests; under xvfb-run, the fresh Wine
@@ -60,10 +56,8 @@ child=""
 run_bg() {  # a command as a process group of its own, so that an interrupt ends all of it
   setsid "$@" &
   child=$!
-  wait "$child"
-  local status=$?
+  wait "$child" || { local status=$? && child="" && return $status; }
   child=""
-  return $status
 }
 interrupted() {
   [ -n "$child" ] && kill -TERM -- "-$child" 2>/dev/null
@@ -75,15 +69,11 @@ interrupted() {
 trap interrupted INT TERM
 trap restore EXIT
 mkdir -p "$state/logs"
-if [ -f "$state/backup.path" ]; then
-  echo "mutants: restoring $(cat "$state/backup.path"), left by an interrupted run"
-  restore || exit 1
-fi
+[ -f "$state/backup.path" ] && echo "mutants: restoring $(cat "$state/backup.path"), left by a killed run"
+restore || exit 1
 products=(host color storage controls dialog resources)
 if [ -n "$(git -C "$root" status --porcelain -- "${products[@]}")" ]; then
-  echo "mutants: refusing to run: the product files have uncommitted changes"
-  git -C "$root" status --short -- "${products[@]}"
-  exit 1
+  echo "mutants: refusing to run: the product files have uncommitted changes" && exit 1
 fi
 
 renice -n 10 -p $$ >/dev/null 2>&1 || true  # the machine is shared
@@ -127,13 +117,11 @@ for tree in "${trees[@]}"; do
   # Each test's subsystem: the tests/<folder> in its command or where it was added.
   ctest --test-dir "$root/build/$tree" --show-only=json-v1 | python3 -c '
 import json, re, sys
-d = json.load(sys.stdin); nodes = d["backtraceGraph"]["nodes"]; files = d["backtraceGraph"]["files"]
+d = json.load(sys.stdin); g = d["backtraceGraph"]
 for t in d["tests"]:
-    where, node = list(t.get("command") or []), t.get("backtrace")
-    while node is not None:
-        where.append(files[nodes[node]["file"]]); node = nodes[node].get("parent")
-    m = re.search(r"/tests/(\w+)/", " ".join(where))
-    print(t["name"], m.group(1) if m else "-")' >"$state/$tree.tests"
+    where, n = t.get("command") or [], t.get("backtrace")
+    while n is not None: where, n = where + [g["files"][g["nodes"][n]["file"]]], g["nodes"][n].get("parent")
+    print(t["name"], (re.findall(r"/tests/(\w+)/", " ".join(where)) + ["-"])[0])' >"$state/$tree.tests"
   log=$state/logs/baseline-$tree.log
   rm -f "$log"
   if [ "$tree" = native ]; then run_bg bash "$0" --tests native "" "$log" -j2
@@ -161,13 +149,11 @@ compiled_in() {  # FILE TREE: the file is a source of, or included by, some obje
 caught=0 counted=0
 for id in "${chosen[@]}"; do
   file=${path[$id]:-}
-  [ -n "$file" ] || { echo "BAD $id: no such entry"; continue; }
   [ -n "$only" ] && [[ "$file" != *"$only"* ]] && continue
-  if [ -n "${equiv[$id]:-}" ]; then echo "EQUIVALENT $id $file: ${equiv[$id]}"; continue; fi
-  case "$file" in host/* | color/* | storage/* | controls/* | dialog/* | resources/*) ;;
-    *) echo "BAD $id $file: not a product file"; continue ;; esac
-  if [ ! -f "$root/$file" ] || [ -z "${find[$id]:-}" ] || [ -z "${rep[$id]+set}" ]; then
-    echo "BAD $id $file: no such file, or no find or replace line"; continue
+  if [ -n "${equiv[$id]:-}" ]; then echo "EQUIVALENT $id $file: ${equiv[$id]}" && continue; fi
+  if [[ ! "$file" =~ ^(host|color|storage|controls|dialog|resources)/ ]] || [ ! -f "$root/$file" ] ||
+    [ -z "${find[$id]:-}" ] || [ -z "${rep[$id]+set}" ]; then
+    echo "BAD $id $file: no such entry, not a product file, or no find or replace line" && continue
   fi
   log=$state/logs/$id.log
   : >"$log"
@@ -182,11 +168,9 @@ if text.count(old) != 1:
 open(name, "w", encoding="latin-1", newline="").write(text.replace(old, new))
 PY
   )
-  if [ -n "$count" ]; then
-    echo "BAD $id $file: the find text occurs $count times, not once" && restore && continue
-  fi
-  if [ "$(git -C "$root" diff --numstat -- "$file" | cut -f1,2)" != $'1\t1' ]; then
-    echo "BAD $id $file: the fault does not change exactly one line" && restore && continue
+  if [ -n "$count" ] || [ "$(git -C "$root" diff --numstat -- "$file" | cut -f1,2)" != $'1\t1' ]; then
+    echo "BAD $id $file: the find text must occur once and the fault change one line" && restore
+    continue
   fi
 
   # Native first (it is fast), then the Windows trees; the first failing test ends it.
@@ -215,8 +199,7 @@ PY
   esac
 done
 
-# Bring every tree back to the clean sources.
-for tree in "${trees[@]}"; do
+for tree in "${trees[@]}"; do  # every tree back to the clean sources
   run_bg cmake --build "$root/build/$tree" -j2 >"$state/logs/rebuild-$tree.log" 2>&1 ||
     echo "mutants: the clean $tree tree did not build again (see $state/logs/rebuild-$tree.log)"
 done
