@@ -59,14 +59,16 @@ run_bg() {  # a command as a process group of its own, so that an interrupt ends
   wait "$child" || { local status=$? && child="" && return $status; }
   child=""
 }
-interrupted() {
+exec 3>&1  # the output of the run, whatever a command's output is redirected to
+interrupted() {  # SIGNAL
   [ -n "$child" ] && kill -TERM -- "-$child" 2>/dev/null
   (source "$root/scripts/wine-env.sh" && wine_server -k 2>/dev/null)
   restore
-  echo "mutants: interrupted; the tree is restored"
+  echo "mutants: stopped by SIG$1; the tree is restored" >&3
   exit 130
 }
-trap interrupted INT TERM
+trap 'interrupted INT' INT
+trap 'interrupted TERM' TERM
 trap restore EXIT
 mkdir -p "$state/logs"
 [ -f "$state/backup.path" ] && echo "mutants: restoring $(cat "$state/backup.path"), left by a killed run"
