@@ -190,7 +190,7 @@ std::string DialogDriver::AnswerMessageBox(const char* caption, int button) cons
 }
 
 std::string DialogDriver::AnswerFileDialog(const char* title, const std::string& path,
-                                           const char* shot) const {
+                                           const char* shot, bool replace) const {
     HWND box = WaitForWindow(dialog, title);
     if (!box) return "";
     Sleep(300);  // the folder view fills in after the window shows
@@ -204,6 +204,15 @@ std::string DialogDriver::AnswerFileDialog(const char* title, const std::string&
     const std::string offered = name ? WindowText(name) : "";
     if (name && !path.empty()) Type(name, path);
     PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
+    if (replace) {  // the question comes up over the file dialog, with its title
+        HWND question = nullptr;
+        for (int i = 0; i < 100 && !question; ++i, Sleep(20)) {
+            question = FindWindowExA(nullptr, nullptr, MAKEINTATOM(0x8002), title);
+            if (question == box) question = FindWindowExA(nullptr, box, MAKEINTATOM(0x8002), title);
+        }
+        EXPECT_TRUE(question != nullptr) << title << " replaced a file without asking";
+        if (question) PostMessageA(question, WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED), 0);
+    }
     WaitUntilGone(box);
     Settle();
     return offered;

@@ -53,9 +53,10 @@ public:
     // returns its text ("" if none came up).
     std::string AnswerMessageBox(const char* caption, int button) const;
     // Types `path` into the file dialog with this title and presses its OK, or Cancel
-    // for an empty path. Returns the file name it offered at first.
+    // for an empty path. Returns the file name it offered at first. With `replace`, the
+    // file exists: the question whether to replace it must come up, and gets Yes.
     std::string AnswerFileDialog(const char* title, const std::string& path,
-                                 const char* shot = nullptr) const;
+                                 const char* shot = nullptr, bool replace = false) const;
     // Sets the system colour dialog to this colour, adds it to the custom colours and
     // presses OK, or Cancel when `ok` is false. Returns the colour it showed at first as
     // "red,green,blue".

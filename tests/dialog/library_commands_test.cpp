@@ -181,6 +181,8 @@ TEST_F(LibraryCommandsTest, ListFilesAndColorTablesThroughTheFileDialogs) {
         EXPECT_EQ(ReadWholeFile(exported).size(), 0u) << "cancelled: no file";
         d.PostCommand(d.dialog, 40016);
         d.AnswerFileDialog("Export List", exported);
+        d.PostCommand(d.dialog, 40016);  // again: the file exists
+        d.AnswerFileDialog("Export List", exported, nullptr, true);
         // The same file imported twice is two lists; the selection stays on Web.
         for (int i = 0; i < 2; ++i) {
             d.PostCommand(d.dialog, 40015);
