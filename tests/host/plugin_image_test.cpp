@@ -10,6 +10,7 @@
 #include "tests/support/expected_pipl.h"
 #include "tools/host/pe_file.h"
 #include "tools/host/pipl.h"
+#include "tools/host/version_info.h"
 
 namespace tessellum::host {
 namespace {
@@ -56,7 +57,7 @@ TEST(PluginImage, MachineExportAndImports) {
     }
 }
 
-TEST(PluginImage, PiplAndAboutResources) {
+TEST(PluginImage, PiplAboutAndVersionResources) {
     for (const Build& build : kBuilds) {
         SCOPED_TRACE(build.name);
         const PeFile pe = PeFile::Read(build.dir + "/Tessellum.8bf");
@@ -70,6 +71,22 @@ TEST(PluginImage, PiplAndAboutResources) {
         const PeResource* about = pe.FindResource("#5", 129);  // RT_DIALOG
         ASSERT_NE(about, nullptr) << "dialog 129";
         EXPECT_EQ(about->language, 1033);
+        const std::optional<VersionInfo> version = ReadVersionInfo(pe);
+        ASSERT_TRUE(version.has_value()) << "no version resource";
+        const VersionInfo& info = *version;
+        const std::array<uint16_t, 4> v15 = {1, 5, 0, 0};
+        EXPECT_EQ(info.fileVersion, v15);
+        EXPECT_EQ(info.productVersion, v15);
+        const std::map<std::string, std::string> strings = {
+            {"CompanyName", "Quarry"},
+            {"FileDescription", "Tessellum optical colour filter plug-in"},
+            {"FileVersion", "1.5"},
+            {"InternalName", "Tessellum"},
+            {"LegalCopyright", "Copyright (c) 2026 Quarry"},
+            {"OriginalFilename", "Tessellum.8bf"},
+            {"ProductName", "Tessellum"},
+            {"ProductVersion", "1.5"}};
+        EXPECT_EQ(info.strings, strings);
     }
 }
 

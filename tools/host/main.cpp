@@ -1,6 +1,7 @@
 // tessellum-host: runs any filter plug-in on a PNG image, as a paint program would.
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,8 @@
 #include "tools/host/host_window.h"
 #include "tools/host/image.h"
 #include "tools/host/parameters_file.h"
+#include "tools/host/pe_file.h"
+#include "tools/host/version_info.h"
 
 using namespace tessellum;
 using namespace tessellum::host;
@@ -42,7 +45,7 @@ Options:
   --trace              print every selector call with its result and rectangles, and
                        every progress report
   --about              show the plug-in's About box
-  --info               print what the plug-in's PiPL says and stop
+  --info               print what the plug-in's PiPL and version resource say, and stop
   --help               print this text
 
 Exit status:
@@ -167,6 +170,22 @@ Arguments Parse(int argc, char** argv) {
     return a;
 }
 
+// The version Windows shows in the file's properties, if the file has one.
+void PrintVersion(const std::string& path) {
+    try {
+        const std::optional<VersionInfo> version = ReadVersionInfo(PeFile::Read(path));
+        if (!version) return;
+        auto text = [&](const char* name) {
+            const auto found = version->strings.find(name);
+            return found == version->strings.end() ? std::string() : found->second;
+        };
+        std::printf("version:     %s (%s)\n", text("ProductVersion").c_str(),
+                    text("FileDescription").c_str());
+    } catch (const PeError& e) {
+        std::printf("version:     unreadable (%s)\n", e.what());
+    }
+}
+
 bool Exists(const std::string& path) {
     FILE* f = std::fopen(path.c_str(), "rb");
     if (f) std::fclose(f);
@@ -179,6 +198,7 @@ int Run(const Arguments& a) {
         std::printf("filter:      %s\ncategory:    %s\nentry point: %s\n",
                     plugin.pipl().Name().c_str(), plugin.pipl().Category().c_str(),
                     plugin.entryName().c_str());
+        PrintVersion(a.files[0]);
         return 0;
     }
     FilterSession session(plugin);
