@@ -2,7 +2,7 @@
 # The demo's run through the dialog, on a (virtual) screen: our host runs the x64 plug-in
 # with the demo's colour as the paint program's foreground colour; the real dialog comes
 # up; a real mouse click on the Fore box loads that colour into the sliders; the dialog
-# is photographed as the user saw it; a click on Fill lays the tile.
+# is photographed over the image as the user saw it; a click on Fill lays the tile.
 # Usage: demo-dialog.sh RRGGBB OUT_DIR (run by demo.sh)
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -37,7 +37,9 @@ fi
 read -r _ left top _ _ <<<"$place"
 click $((left - 28 + 5)) $((top + 5))
 
-locate --shot "$out/dialog.png" 0 >/dev/null
+# The dialog as the user sees it: over the host's window, which shows the image.
+wine_exec x64 "$root/build/x64/find-control.exe" "tessellum-host - sample.png" \
+  --shot "$out/dialog.png" 0 >/dev/null 2>&1
 
 read -r _ left top right bottom <<<"$(locate 1)"
 click $(((left + right) / 2)) $(((top + bottom) / 2))

@@ -44,6 +44,8 @@ Options:
                        that the plug-in leaves them alone
   --trace              print every selector call with its result and rectangles, and
                        every progress report
+  --show               keep the window open on the result (on the image as it was, if
+                       the run wrote none) until it is closed
   --about              show the plug-in's About box
   --info               print what the plug-in's PiPL and version resource say, and stop
   --help               print this text
@@ -115,7 +117,7 @@ struct Arguments {
     RunOptions run;
     std::string params;
     int planes = 0;
-    bool trace = false, about = false, info = false;
+    bool trace = false, about = false, info = false, show = false;
     std::vector<std::string> files;
 };
 
@@ -150,6 +152,8 @@ Arguments Parse(int argc, char** argv) {
             a.run.rowPadding = static_cast<int>(ParseNumber(value(), 0, 4096, arg));
         } else if (arg == "--trace") {
             a.trace = true;
+        } else if (arg == "--show") {
+            a.show = true;
         } else if (arg == "--about") {
             a.about = true;
         } else if (arg == "--info") {
@@ -192,45 +196,17 @@ bool Exists(const std::string& path) {
     return f != nullptr;
 }
 
-int Run(const Arguments& a) {
-    PluginLibrary plugin(a.files[0]);
-    if (a.info) {
-        std::printf("filter:      %s\ncategory:    %s\nentry point: %s\n",
-                    plugin.pipl().Name().c_str(), plugin.pipl().Category().c_str(),
-                    plugin.entryName().c_str());
-        PrintVersion(a.files[0]);
-        return 0;
-    }
-    FilterSession session(plugin);
-    // The paint program's window: the parent of the plug-in's dialogs.
-    Arguments run = a;
-    run.run.parent = MakeHostWindow("tessellum-host - " + a.files[0]);
-    if (a.about) {
-        const int16_t result = session.About(run.run.parent);
-        std::printf("About: result %s\n", DescribeResult(result).c_str());
-        return result == 0 ? 0 : 1;
-    }
-    Image image;
+// The file's name without its folder, as a paint program titles its window.
+std::string BaseName(const std::string& path) {
+    const size_t slash = path.find_last_of("/\\");
+    return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+// After the run: the parameters kept, the outcome told, the result written. Gives the
+// exit status.
+int Conclude(const Arguments& a, const FilterSession& session, const RunReport& report,
+             const Image& image) {
     std::string error;
-    if (!LoadPng(a.files[1], a.planes, image, error)) {
-        std::fprintf(stderr, "tessellum-host: %s\n", error.c_str());
-        return 2;
-    }
-    if (!a.params.empty() && Exists(a.params)) {
-        std::vector<uint8_t> block;
-        if (!ReadParametersFile(a.params, block, error)) {
-            std::fprintf(stderr, "tessellum-host: %s\n", error.c_str());
-            return 2;
-        }
-        session.SetParametersBlock(block);
-    } else if (a.run.repeat) {
-        std::fprintf(stderr, "tessellum-host: %s does not exist: there is no filter to repeat\n",
-                     a.params.c_str());
-        return 2;
-    }
-    const RunReport report = session.Run(image, run.run);
-    DestroyWindow(run.run.parent);
-    if (a.trace) PrintTrace(report);
     // The host keeps the parameters whatever the outcome, as a paint program does.
     if (!a.params.empty() && session.parametersHandle()) {
         if (!WriteParametersFile(a.params, session.ParametersBlock(), error)) {
@@ -254,6 +230,57 @@ int Run(const Arguments& a) {
     std::printf("wrote %s (%d x %d, %d planes)\n", a.files[2].c_str(), image.width, image.height,
                 image.planes);
     return 0;
+}
+
+int Run(const Arguments& a) {
+    PluginLibrary plugin(a.files[0]);
+    if (a.info) {
+        std::printf("filter:      %s\ncategory:    %s\nentry point: %s\n",
+                    plugin.pipl().Name().c_str(), plugin.pipl().Category().c_str(),
+                    plugin.entryName().c_str());
+        PrintVersion(a.files[0]);
+        return 0;
+    }
+    FilterSession session(plugin);
+    if (a.about) {
+        const int16_t result = session.About(MakeHostWindow("tessellum-host - " + a.files[0]));
+        std::printf("About: result %s\n", DescribeResult(result).c_str());
+        return result == 0 ? 0 : 1;
+    }
+    Image image;
+    std::string error;
+    if (!LoadPng(a.files[1], a.planes, image, error)) {
+        std::fprintf(stderr, "tessellum-host: %s\n", error.c_str());
+        return 2;
+    }
+    if (!a.params.empty() && Exists(a.params)) {
+        std::vector<uint8_t> block;
+        if (!ReadParametersFile(a.params, block, error)) {
+            std::fprintf(stderr, "tessellum-host: %s\n", error.c_str());
+            return 2;
+        }
+        session.SetParametersBlock(block);
+    } else if (a.run.repeat) {
+        std::fprintf(stderr, "tessellum-host: %s does not exist: there is no filter to repeat\n",
+                     a.params.c_str());
+        return 2;
+    }
+    // The paint program's window, showing the image: the parent of the plug-in's dialogs.
+    RunOptions options = a.run;
+    options.parent = MakeHostWindow("tessellum-host - " + BaseName(a.files[1]), image, a.run.area);
+    const RunReport report = session.Run(image, options);
+    if (a.trace) PrintTrace(report);
+    const int status = Conclude(a, session, report, image);
+    if (a.show) {
+        // The result; a run that wrote none leaves the image shown as it was.
+        if (status == 0) {
+            ShowImage(options.parent, image);
+            SetWindowTextA(options.parent, ("tessellum-host - " + BaseName(a.files[2])).c_str());
+        }
+        ShowUntilClosed(options.parent);
+    }
+    DestroyWindow(options.parent);
+    return status;
 }
 
 }  // namespace
