@@ -12,6 +12,7 @@ installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install o
 packages=(cmake make g++ python3 clang libclang-rt-14-dev googletest libgtest-dev libstb-dev
   g++-mingw-w64-i686 g++-mingw-w64-x86-64 mingw-w64-tools xvfb xauth clang-format xdotool
   fonts-wine)  # Wine's own "MS Sans Serif", Tahoma and Marlett: dialogs at Windows' metrics
+packages+=(nsis zip unzip)  # the release: the installer (makensis) and the zip
 missing=()
 for p in "${packages[@]}"; do installed "$p" || missing+=("$p"); done
 
