@@ -61,7 +61,7 @@ shot="$build/screenshots/installer_folders_page.png"
 mkdir -p "$build/screenshots"
 place 1201 >/dev/null && sleep 0.5 && locate --shot "$shot" 0 >/dev/null \
   || fail "the page of folders did not come up"
-press 2
+press 2 || kill $shown 2>/dev/null
 wait $shown
 
 # The user's: a library beside the plug-in, and the folder the plug-in reads it from.
