@@ -20,7 +20,7 @@ trap 'rm -rf "$stage"' EXIT
 mkdir "$stage/x64" "$stage/x86"
 cp "$build/x64/Tessellum.8bf" "$stage/x64/"
 cp "$build/x86/Tessellum.8bf" "$stage/x86/"
-sed 's/$/\r/' "$root/LICENSE" >"$stage/LICENSE.txt"  # line ends that every Notepad shows
+sed 's/$/\r/' "$root/LICENSE" >"$stage/LICENSE.txt"  # Windows line ends, for every text editor there
 # The guide in one file: its pictures go inside it.
 guide=$(<"$root/release/Tessellum.html")
 for picture in color-picker-tab pattern-fill-tab; do
