@@ -41,7 +41,7 @@ Var OtherText
 Var OtherArch
 !define FOLDERS "$PLUGINSDIR\folders.ini"  ; Label, Folder, Arch, Chosen, Box of each
 
-!define MUI_DIRECTORYPAGE_TEXT_TOP "Tessellum keeps this guide, its licence, both builds of the plug-in and its uninstaller in this folder. The plug-in itself goes into the folders of the page before."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Tessellum keeps its user's guide, its licence, both builds of the plug-in and its uninstaller in this folder. The plug-in itself goes into the folders of the page before."
 !define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\Tessellum.html"
 !define MUI_FINISHPAGE_SHOWREADME_TEXT "Show the user's guide"
 !insertmacro MUI_PAGE_LICENSE "${STAGE}\LICENSE.txt"
