@@ -3,7 +3,7 @@
 # described at the top of that file), rebuilds the trees that compile the file, runs the
 # tests that can see it and takes the fault back. Prints per fault
 #   CAUGHT <id> <file> by <test>  |  MISSED <id> <file>: <what it breaks>  |  NOBUILD <id> <file>
-# (and BAD or EQUIVALENT for entries that are not run), the time taken, and last
+# (and BAD, EQUIVALENT or ERROR for entries not run or not run through), the time taken, and last
 #   mutants: N caught of M        (M counts the faults that built)
 # Usage: mutants.sh [ID...] [--file TEXT]   only those ids / only files whose path has TEXT
 # The file under test is copied aside before each fault and copied back on any exit or
@@ -194,8 +194,12 @@ PY
   restore
   echo "mutants: fault $id took $((SECONDS - begun)) s" >>"$log"
   case $outcome in
-    caught) caught=$((caught + 1)) counted=$((counted + 1))
-      echo "CAUGHT $id $file by $(failed_test "$log")" ;;
+    caught)
+      by=$(failed_test "$log")
+      # Without a failing test named, the tests did not run through: no catch, no count.
+      if [ -z "$by" ]; then echo "ERROR $id $file: the tests stopped, none failed (see $log)" && continue; fi
+      caught=$((caught + 1)) counted=$((counted + 1))
+      echo "CAUGHT $id $file by $by" ;;
     missed) counted=$((counted + 1)) && echo "MISSED $id $file: ${breaks[$id]:-}" ;;
     nobuild) echo "NOBUILD $id $file (see $log)" ;;
   esac
