@@ -37,19 +37,15 @@ void Free(void* pointer) {
     std::free(block);
 }
 
-void* AllocateOrThrow(size_t size) {
-    if (void* p = Allocate(size)) return p;
-    throw std::bad_alloc();
-}
-
 }  // namespace
 
 // Every form, as a sanitizer's runtime would otherwise supply the ones left out.
 void* operator new(size_t size) {
-    return AllocateOrThrow(size);
+    if (void* p = Allocate(size)) return p;
+    throw std::bad_alloc();
 }
 void* operator new[](size_t size) {
-    return AllocateOrThrow(size);
+    return operator new(size);
 }
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
     return Allocate(size);

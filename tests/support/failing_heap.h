@@ -15,8 +15,7 @@ struct FailingHeap {
     std::thread::id owner;
 
     void Arm(long failing, std::thread::id thread = std::this_thread::get_id()) {
-        allocations = live = 0;
-        failAt = failing, owner = thread, armed = true;
+        allocations = live = 0, failAt = failing, owner = thread, armed = true;
     }
     void Disarm() { armed = false; }
 };

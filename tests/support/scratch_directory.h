@@ -21,8 +21,7 @@ public:
     ScratchDirectory() {
         std::random_device random;
         while (root.empty() || !std::filesystem::create_directory(root))
-            root =
-                std::filesystem::temp_directory_path() / ("tessellum-" + std::to_string(random()));
+            root = std::filesystem::temp_directory_path() / ("tess-" + std::to_string(random()));
     }
     ~ScratchDirectory() {
         std::error_code ignored;
