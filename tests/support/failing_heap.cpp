@@ -9,18 +9,14 @@
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 #pragma GCC diagnostic ignored "-Warray-bounds"
 
-namespace tessellum::test {
-
-FailingHeap failingHeap;
-
-}  // namespace tessellum::test
+tessellum::test::FailingHeap tessellum::test::failingHeap;
 
 namespace {
 
 using tessellum::test::failingHeap;
 
-// Each block carries a word that says whether it was counted, so frees of blocks from
-// before arming, or from other threads, leave the count alone.
+// Each block's header says whether it was counted, so frees of blocks from before arming, or from
+// other threads, leave the count alone.
 constexpr size_t kHeader = alignof(std::max_align_t);
 constexpr uint32_t kCounted = 0xC0C0A110;
 
@@ -43,10 +39,10 @@ void Free(void* pointer) {
 
 }  // namespace
 
+// Every form, as a sanitizer's runtime would otherwise supply the ones left out.
 void* operator new(size_t size) {
-    void* p = Allocate(size);
-    if (p == nullptr) throw std::bad_alloc();
-    return p;
+    if (void* p = Allocate(size)) return p;
+    throw std::bad_alloc();
 }
 void* operator new[](size_t size) {
     return operator new(size);
