@@ -199,10 +199,8 @@ TEST(TileText, ATileBecomesTheStoredBlockAndMistakesAreReportedWithTheirLine) {
 }
 
 TEST(ImageFit, KeepsProportionsCentredAndMapsTheRectangle) {
-    auto box = [](const ScreenBox& b) {
-        return std::array<int, 4>{b.left, b.top, b.width, b.height};
-    };
     using Box = std::array<int, 4>;
+    auto box = [](const ScreenBox& b) { return Box{b.left, b.top, b.width, b.height}; };
     EXPECT_EQ(box(FitImage(640, 480, 320, 480)), (Box{0, 120, 320, 240}));  // bars above, below
     EXPECT_EQ(box(FitImage(640, 480, 900, 240)), (Box{290, 0, 320, 240}));  // bars left, right
     EXPECT_EQ(box(FitImage(8, 6, 640, 480)), (Box{0, 0, 640, 480}));        // a small image grows
