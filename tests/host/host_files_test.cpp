@@ -171,14 +171,15 @@ TEST(TileText, ATileBecomesTheStoredBlockAndMistakesAreReportedWithTheirLine) {
                       "row 010203 a0b0c0 ffffff # trailing comment\n\nrow 000000 000000 CC00CC\n",
                       p, error))
         << error;
+    // Flag down (a stored tile is used at once), GridSize 3, cells outside the square zero.
+    Bytes expected(198, 0);
+    expected[4] = 3;
+    const Bytes rows[] = {{0, 0, 0, 0xFF, 0xFF, 0xFF, 0x33, 0x66, 0x99},
+                          {1, 2, 3, 0xA0, 0xB0, 0xC0, 0xFF, 0xFF, 0xFF},
+                          {0, 0, 0, 0, 0, 0, 0xCC, 0, 0xCC}};
+    for (int r = 0; r < 3; ++r) std::copy(rows[r].begin(), rows[r].end(), &expected[5 + 24 * r]);
     const auto* bytes = reinterpret_cast<const uint8_t*>(&p);
-    EXPECT_EQ(bytes[2] | bytes[3], 0) << "the flag is down: a stored tile is used at once";
-    EXPECT_EQ(bytes[4], 3);
-    EXPECT_EQ(bytes[5 + 3 * 2], 0x33);       // row 0, column 2
-    EXPECT_EQ(bytes[5 + 24 + 1], 0x02);      // row 1, column 0, green
-    EXPECT_EQ(bytes[5 + 24 + 3 + 2], 0xC0);  // row 1, column 1, blue
-    EXPECT_EQ(bytes[5 + 48 + 6], 0xCC);      // row 2, column 2, red
-    EXPECT_EQ(bytes[5 + 3 * 3] | bytes[197], 0) << "cells outside the square stay zero";
+    EXPECT_EQ(Bytes(bytes, bytes + 198), expected);
 
     const std::pair<const char*, const char*> cases[] = {
         {"", "line 0: no grid line"},
