@@ -1,21 +1,12 @@
-// The art generator's reader of text pictures and its two file writers; the plug-in's
-// pictures and pointers as the build draws them: sizes, depth, colours and hot spots;
-// and a contact sheet of all of them, enlarged, for a person to look at. All read
-// through the tests' own reader of the files.
+// The art generator's reader of text pictures and its bitmap writer, and the plug-in's
+// pictures and pointers as the build draws them, all read through the tests' own reader.
 #include "tools/art/art_files.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <iterator>
 #include <string>
 
 #include "tests/support/art_file_reader.h"
-#include "tools/art/art_text.h"
-
-#define STB_IMAGE_WRITE_IMPLEMENTATION
-#include <stb_easy_font.h>
-#include <stb_image_write.h>
 
 namespace tessellum::test {
 namespace {
@@ -30,12 +21,6 @@ ArtImage Load(const std::string& file) {
                                                        : DecodeBitmapFile(bytes, image, error))
         << file << ": " << error;
     return image;
-}
-
-int Count(const ArtImage& image, uint32_t colour) {
-    int n = 0;
-    for (uint32_t p : image.pixels) n += p == colour;
-    return n;
 }
 
 TEST(ArtText, RefusesDamagedTextAndSaysWhere) {
@@ -71,8 +56,7 @@ TEST(ArtFiles, BitmapFileIsFourBitsWithPaddedRowsBottomUp) {
     EXPECT_EQ(bytes[10], 118);  // offset of the pixels
     EXPECT_EQ(bytes[14 + 14], 4) << "bits per pixel";
     // The bottom row (". . #") comes first: white, white, black, padding.
-    const std::vector<uint8_t> rows(bytes.begin() + 118, bytes.end());
-    EXPECT_EQ(rows,
+    EXPECT_EQ(std::vector<uint8_t>(bytes.begin() + 118, bytes.end()),
               (std::vector<uint8_t>{(kWhiteIndex << 4) | kWhiteIndex, kBlackIndex << 4, 0, 0,
                                     (kBlackIndex << 4) | kWhiteIndex, kGreyIndex << 4, 0, 0}));
     ArtImage image;
@@ -82,97 +66,46 @@ TEST(ArtFiles, BitmapFileIsFourBitsWithPaddedRowsBottomUp) {
 }
 
 // Bitmaps: four bits of black, white and dialog grey. Cursors: monochrome, mostly
-// see-through, a white body in a black outline, the hot spot on the drawing.
+// see-through, a white body in a black outline, the hot spot on the drawing. The
+// selected tool buttons (331 to 333) are 104 to 106 with black and white exchanged
+// inside the black frame; the plain ones black line drawings on white.
 TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
     for (const ArtFile& e : kArtFiles) {
         SCOPED_TRACE(e.file);
         const ArtImage image = Load(e.file);
-        EXPECT_EQ(image.width, e.width);
-        EXPECT_EQ(image.height, e.height);
-        EXPECT_EQ(image.hotX, e.hotX);
-        EXPECT_EQ(image.hotY, e.hotY);
+        EXPECT_EQ(std::vector<int>({image.width, image.height, image.hotX, image.hotY}),
+                  std::vector<int>({e.width, e.height, e.hotX, e.hotY}));
+        int count[5] = {};  // black, white, grey, see-through, inverting
+        for (uint32_t p : image.pixels) {
+            count[p == kArtBlack         ? 0
+                  : p == kArtWhite       ? 1
+                  : p == kArtGrey        ? 2
+                  : p == kArtTransparent ? 3
+                                         : 4]++;
+        }
         if (e.hotX < 0) {
             EXPECT_EQ(image.bitCount, 4);
-            EXPECT_EQ(Count(image, kArtBlack) + Count(image, kArtWhite) + Count(image, kArtGrey),
-                      e.width * e.height);
-            continue;
+            EXPECT_EQ(count[0] + count[1] + count[2], e.width * e.height);
+        } else {
+            EXPECT_EQ(image.bitCount, 1);
+            EXPECT_TRUE(count[4] == 0 && count[3] > 32 * 32 / 2 && count[1] > 10 && count[0] > 20);
+            EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack);
         }
-        EXPECT_EQ(image.bitCount, 1);
-        EXPECT_EQ(Count(image, kArtInverted), 0);
-        EXPECT_GT(Count(image, kArtTransparent), 32 * 32 / 2);
-        EXPECT_GT(Count(image, kArtWhite), 10);
-        EXPECT_GT(Count(image, kArtBlack), 20);
-        EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack);
-    }
-}
-
-// 331 to 333 are 104 to 106 with black and white exchanged inside the black frame; the
-// plain buttons are black line drawings on a white field, no grey.
-TEST(PluginArt, ToolButtonsAreFramedAndTheSelectedOnesInverted) {
-    for (const char* tool : {"pencil", "dropper", "eraser"}) {
-        SCOPED_TRACE(tool);
-        const ArtImage plain = Load(std::string(tool) + "_button.bmp");
-        const ArtImage selected = Load(std::string(tool) + "_button_selected.bmp");
-        ASSERT_EQ(plain.pixels.size(), selected.pixels.size());
-        int drawn = 0;
-        for (int y = 0; y < plain.height; ++y) {
-            for (int x = 0; x < plain.width; ++x) {
-                const bool frame =
-                    x == 0 || y == 0 || x == plain.width - 1 || y == plain.height - 1;
-                const uint32_t p = plain.At(x, y);
+        if (e.id < 104 || e.id > 106) continue;
+        const ArtImage selected = Load(kArtFiles[e.id - 104 + 3].file);
+        ASSERT_EQ(selected.pixels.size(), image.pixels.size());
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const bool frame = x % (image.width - 1) == 0 || y % (image.height - 1) == 0;
+                const uint32_t p = image.At(x, y);
                 ASSERT_TRUE(p == kArtBlack || (!frame && p == kArtWhite)) << x << "," << y;
                 ASSERT_EQ(selected.At(x, y), frame || p == kArtWhite ? kArtBlack : kArtWhite)
                     << x << "," << y;
-                drawn += !frame && p == kArtBlack;
             }
         }
-        EXPECT_GT(drawn, 40);
-        EXPECT_LT(drawn, (plain.width - 2) * (plain.height - 2) / 3);
+        const int drawn = count[0] - 2 * (image.width + image.height - 2);  // the frame's
+        EXPECT_TRUE(drawn > 40 && drawn < (image.width - 2) * (image.height - 2) / 3) << drawn;
     }
-}
-
-// The sheet: every picture enlarged 8 times with its resource number over it; a cursor's
-// see-through pixels as a light checker so that the mask shows, its hot spot as a cross.
-TEST(PluginArt, ContactSheet) {
-    constexpr int kScale = 8, kCell = 32 * kScale + 84, kColumns = 4, kLabel = 28;
-    constexpr int kRows = (std::size(kArtFiles) + kColumns - 1) / kColumns;
-    constexpr int width = kColumns * kCell, height = kRows * (kCell + kLabel);
-    std::vector<uint8_t> sheet(static_cast<size_t>(width) * height * 3, 0x50);
-    auto put = [&](int x, int y, uint32_t rgb) {
-        if (x < 0 || y < 0 || x >= width || y >= height) return;
-        uint8_t* p = &sheet[(static_cast<size_t>(y) * width + x) * 3];
-        p[0] = rgb >> 16, p[1] = (rgb >> 8) & 0xFF, p[2] = rgb & 0xFF;
-    };
-    for (size_t i = 0; i < std::size(kArtFiles); ++i) {
-        const ArtFile& e = kArtFiles[i];
-        const int left = static_cast<int>(i % kColumns) * kCell + 12;
-        const int top = static_cast<int>(i / kColumns) * (kCell + kLabel) + kLabel;
-        const ArtImage image = Load(e.file);
-        for (int y = 0; y < image.height * kScale; ++y) {
-            for (int x = 0; x < image.width * kScale; ++x) {
-                uint32_t p = image.At(x / kScale, y / kScale);
-                if (p == kArtTransparent) p = ((x / 4 + y / 4) % 2) ? 0xE8D0F0 : 0xC8B0D8;
-                put(left + x, top + y, p);
-            }
-        }
-        const int hx = left + e.hotX * kScale + kScale / 2, hy = top + e.hotY * kScale + kScale / 2;
-        for (int d = -2; e.hotX >= 0 && d <= 2; ++d) {
-            put(hx + d, hy, 0xFF0000), put(hx, hy + d, 0xFF0000);
-        }
-        char label[64];
-        snprintf(label, sizeof label, "%d %s", e.id, e.file);
-        *strrchr(label, '.') = '\0';
-        static char quads[60000];
-        const int count = stb_easy_font_print(0, 0, label, nullptr, quads, sizeof quads);
-        for (int q = 0; q < count; ++q) {
-            const float* v = reinterpret_cast<const float*>(quads + q * 64);
-            for (int y = static_cast<int>(v[1] * 2); y < static_cast<int>(v[9] * 2); ++y)
-                for (int x = static_cast<int>(v[0] * 2); x < static_cast<int>(v[4] * 2); ++x)
-                    put(left + x, top - kLabel + 6 + y, 0xFFFFFF);
-        }
-    }
-    const std::string path = std::string(TESSELLUM_SCREENSHOT_DIR) + "/art_contact_sheet.png";
-    EXPECT_TRUE(stbi_write_png(path.c_str(), width, height, 3, sheet.data(), width * 3)) << path;
 }
 
 }  // namespace
