@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "tests/support/art_file_reader.h"
@@ -75,20 +76,17 @@ TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
         const ArtImage image = Load(e.file);
         EXPECT_EQ(std::vector<int>({image.width, image.height, image.hotX, image.hotY}),
                   std::vector<int>({e.width, e.height, e.hotX, e.hotY}));
-        int count[5] = {};  // black, white, grey, see-through, inverting
-        for (uint32_t p : image.pixels) {
-            count[p == kArtBlack         ? 0
-                  : p == kArtWhite       ? 1
-                  : p == kArtGrey        ? 2
-                  : p == kArtTransparent ? 3
-                                         : 4]++;
-        }
+        const auto count = [&](uint32_t colour) {
+            return int(std::count(image.pixels.begin(), image.pixels.end(), colour));
+        };
+        const int black = count(kArtBlack), white = count(kArtWhite);
         if (e.hotX < 0) {
             EXPECT_EQ(image.bitCount, 4);
-            EXPECT_EQ(count[0] + count[1] + count[2], e.width * e.height);
+            EXPECT_EQ(black + white + count(kArtGrey), e.width * e.height);
         } else {
             EXPECT_EQ(image.bitCount, 1);
-            EXPECT_TRUE(count[4] == 0 && count[3] > 32 * 32 / 2 && count[1] > 10 && count[0] > 20);
+            EXPECT_TRUE(count(kArtInverted) == 0 && count(kArtTransparent) > 32 * 32 / 2 &&
+                        white > 10 && black > 20);
             EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack);
         }
         if (e.id < 104 || e.id > 106) continue;
@@ -103,7 +101,7 @@ TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
                     << x << "," << y;
             }
         }
-        const int drawn = count[0] - 2 * (image.width + image.height - 2);  // the frame's
+        const int drawn = black - 2 * (image.width + image.height - 2);  // the frame's
         EXPECT_TRUE(drawn > 40 && drawn < (image.width - 2) * (image.height - 2) / 3) << drawn;
     }
 }

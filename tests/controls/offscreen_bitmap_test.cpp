@@ -101,8 +101,8 @@ TEST(OffscreenBitmap, LoadBitmapResourceTakesSizeAndPixelsOfThePicture) {
     for (const test::ArtFile& p : test::kArtFiles) {
         if (p.hotX >= 0) continue;  // cursors are no bitmaps
         std::string error;
-        ASSERT_TRUE(test::DecodeBitmapFile(test::ReadFileBytes(test::GeneratedArtPath(p.file)),
-                                           drawn, error))
+        ASSERT_TRUE(test::DecodeBitmapFile(
+            test::ReadFileBytes(test::BuildDirectory() + "generated_art\\" + p.file), drawn, error))
             << error;
         bitmap.LoadBitmapResource(p.id, plugin);
         ASSERT_EQ(bitmap.width, uint32_t(drawn.width)) << p.file;

@@ -1,6 +1,7 @@
 #include "tests/support/window_pixels.h"
 
-#include "tests/support/plugin_path.h"
+#include <string>
+
 #include "tests/support/screenshot.h"
 
 namespace tessellum::test {
@@ -38,10 +39,6 @@ std::vector<uint32_t> ReadClient(HWND window, int x, int y, int width, int heigh
     // A copy that failed reads as no colour at all, so every comparison fails.
     if (pixels.empty()) pixels.assign(static_cast<size_t>(width) * height, 0xFFFFFFFF);
     return pixels;
-}
-
-std::string GeneratedArtPath(const std::string& file) {
-    return BuildDirectory() + "generated_art\\" + file;
 }
 
 }  // namespace tessellum::test

@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace tessellum::test {
@@ -15,8 +14,5 @@ HWND MakeTestWindow(const char* title, int clientWidth, int clientHeight);
 
 // The client pixels of the rectangle as 0x00RRGGBB, top row first.
 std::vector<uint32_t> ReadClient(HWND window, int x, int y, int width, int height);
-
-// The path of a file the build drew into generated_art/.
-std::string GeneratedArtPath(const std::string& file);
 
 }  // namespace tessellum::test
