@@ -1,9 +1,10 @@
 // The controls without windows: their painters on plain memory, as small pictures of the
-// pixels that matter; the hit arithmetic of each control at its edges; and the slider
-// panel's painting and bars. (Clicks in the middle of each part are driven in the real
-// dialog, tests/dialog.)
+// pixels that matter; the hit arithmetic of each control at its edges; the slider panel's
+// painting and bars (clicks in the middle of each part are driven in the real dialog,
+// tests/dialog); and the art the build draws, read through the tests' own reader.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
 #include <string>
 #include <tuple>
@@ -14,12 +15,13 @@
 #include "controls/color_pair_layout.h"
 #include "controls/grid_geometry.h"
 #include "controls/grid_painter.h"
-#include "controls/mouse_point.h"
 #include "controls/pattern_painters.h"
 #include "controls/pixel_painters.h"
 #include "controls/rgb_slider_logic.h"
 #include "controls/swatch_layout.h"
 #include "controls/swatch_painter.h"
+#include "tests/support/art_file_reader.h"
+#include "tools/art/art_files.h"
 
 namespace tessellum {
 namespace {
@@ -91,16 +93,15 @@ TEST(ColorBoxPainters, FramesFillsAndTheSplitBoxsWhiteLineUnderTheNewColour) {
 
 TEST(GridPainter, LinesEveryPitchRepaintedWholeAndClicksOnALineGoToTheCellBefore) {
     const Pattern cells = Cells();
-    Store grid(127, 127), twice(127, 127, true), once(127, 127, true);
+    Store grid(127, 127), once(127, 127);
+    PaintPatternGrid(grid.bits(), 127, 127, &cells, 8);
     PaintPatternGrid(grid.bits(), 127, 127, &cells, 3);  // pitch 40: lines at 43 and 83
+    PaintPatternGrid(once.bits(), 127, 127, &cells, 3);
+    EXPECT_EQ(grid.words, once.words) << "nothing of the 8 by 8 grid stays";
     const std::vector<uint32_t> at = {3, 4, 42, 43, 44, 82, 83, 84, 122, 123, 124};
     EXPECT_EQ(grid.Picture(at, at),
               "...........\n#00#11#22..\n#00#11#22..\n#########..\n#88#99#::..\n#88#99#::..\n"
               "#########..\n#@@#AA#BB..\n#@@#AA#BB..\n#########..\n...........\n");
-    PaintPatternGrid(twice.bits(), 127, 127, &cells, 8);
-    PaintPatternGrid(twice.bits(), 127, 127, &cells, 7);  // shown as 6
-    PaintPatternGrid(once.bits(), 127, 127, &cells, 6);
-    EXPECT_EQ(twice.words, once.words) << "nothing of the 8 by 8 grid stays";
 
     // Offsets from the first cell pixel: row, column.
     const int hits[][5] = {
@@ -121,7 +122,6 @@ TEST(TilePreview, RepeatsTheSquareInForceFromTheFramesInnerCorner) {
     EXPECT_EQ(tile(3).Picture(Span(3, 10), Span(3, 6)),
               "##########\n#01201201#\n#89:89:89#\n#@AB@AB@A#\n#01201201#\n##########\n");
     EXPECT_EQ(tile(7).words, tile(6).words);
-    EXPECT_EQ(tile(0).words, tile(2).words);
 }
 
 TEST(QuadrantBox, RingsAndGreyCrossRoundTheFourCornerCellsAndWhiteOnBlackWhenSolid) {
@@ -152,10 +152,7 @@ TEST(NoColorCross, TwoDiagonalsTheSecondOnePixelRightOfTheMirror) {
 // Colour k of a palette is (1, 2, k).
 Palette Swatches(uint32_t count) {
     Palette palette(count);
-    for (uint32_t k = 0; k < count; ++k) {
-        uint8_t* rgb = palette.Colors() + 3 * k;
-        rgb[0] = 1, rgb[1] = 2, rgb[2] = uint8_t(k);
-    }
+    for (uint32_t i = 0; i < 3 * count; ++i) palette.Colors()[i] = i % 3 < 2 ? 1 + i % 3 : i / 3;
     return palette;
 }
 
@@ -163,7 +160,7 @@ TEST(SwatchPainter, CellsLinesAndFrameBlackPastThePaletteAndTheHighlightOverThem
     // Cells of 8 by 10: column j at 4 + 9j, its line at 12 + 9j; band b at 4 + 11b, its
     // line at 14 + 11b; the last ones on the frame's inner ring. 40 colours, 33 marked.
     const Palette forty = Swatches(40), full = Swatches(256);
-    Store store(295, 95), none(295, 95), first(295, 95), last(295, 95);
+    Store store(295, 95), none(295, 95), last(295, 95);
     PaintSwatchGrid(store.bits(), 295, 95, 8, 10, &forty, 33, true);
     EXPECT_EQ(
         store.Picture({3, 4, 11, 12, 13, 20, 21, 290, 291}, {3, 4, 13, 14, 15, 24, 25, 90, 91}),
@@ -172,10 +169,8 @@ TEST(SwatchPainter, CellsLinesAndFrameBlackPastThePaletteAndTheHighlightOverThem
     // No palette: grey, and no highlight even when it is on.
     PaintSwatchGrid(none.bits(), 295, 95, 8, 10, nullptr, 0, true);
     EXPECT_EQ(none.Picture({0, 3, 4}, {0, 3, 4}), "###\n###\n##+\n");
-    // The highlight of 0 covers the frame's corner; that of 255 ends on the last pixel.
-    PaintSwatchGrid(first.bits(), 295, 95, 8, 10, &forty, 0, true);
+    // The highlight of 255 covers the frame's corner and ends on the last pixel.
     PaintSwatchGrid(last.bits(), 295, 95, 8, 10, &forty, 255, true);
-    EXPECT_EQ(first.Picture({0, 1, 15, 16}, {0, 1, 17, 18}), "***#\n*-*-\n***Q\n#-QQ\n");
     EXPECT_EQ(last.Picture({278, 279, 293, 294}, {76, 77, 93, 94}), "##-#\n#***\n-*-*\n#***\n");
     PaintSwatchGrid(none.bits(), 295, 95, 8, 10, &full, 0, false);
     EXPECT_EQ(none.At(283, 81), MakePixelWord(1, 2, 255)) << "the last cell";
@@ -228,22 +223,13 @@ TEST(Painters, LeaveAStoreWithoutRoomOrPatternAlone) {
 }
 
 intptr_t LParam(int x, int y) {
-    return static_cast<intptr_t>(
-        static_cast<uint32_t>((static_cast<uint16_t>(y) << 16) | static_cast<uint16_t>(x)));
-}
-
-TEST(PointFromLParam, SignExtendsEachWord) {
-    for (const auto& [x, y] : {std::pair{12, 34}, {-5, 7}, {3, -1}, {-32768, 32767}}) {
-        const MousePoint point = PointFromLParam(LParam(x, y));
-        EXPECT_EQ(std::pair(point.x, point.y), std::pair(x, y));
-    }
+    return intptr_t(uint32_t(uint16_t(y)) << 16 | uint16_t(x));
 }
 
 TEST(ColorPairRegion, ResetThenSwapThenForeOverBackThenNothingAtEachEdge) {
     using R = ColorPairRegion;
     const ColorPairParts parts = LayoutColorPair(0, 0, 80, 40, 12, 10, 10);  // the dialog's
-    // The small boxes' corners, the arrow's and just right of it, the square the large
-    // boxes share, the back box's own corners, just beyond it, a gap.
+    // Small boxes' corners, the arrow's, the square both large boxes share, the back box's.
     const std::tuple<int, int, R> points[] = {
         {12, 52, R::kReset},   {27, 67, R::kReset},   {11, 52, R::kNone},    {63, 23, R::kSwap},
         {64, 14, R::kNone},    {32, 32, R::kForeBox}, {47, 47, R::kForeBox}, {48, 47, R::kBackBox},
@@ -294,16 +280,15 @@ TEST(RgbSliderLogic, PaintsRowsArrowsAndLabelsInPlaceAndASetRefillsTheOtherBars)
     Panel panel;
     panel.Repaint(false);
     panel.Repaint(true);
-    // The backdrop (alone, then with the rest); each row's bar, its thumb 11 below the bar's top at
-    // x + v/2 - 4, and 3 above it the decimal at x + 160, letter at x - 28, hex at x + 210; the
-    // arrows 8 before and 132 after each bar; the letters and column heads.
+    // The backdrop, alone and then with the rest: each bar, its thumb 11 below its top at
+    // x + v/2 - 4, and 3 above it the decimal at x + 160, letter at x - 28, hex at x + 210;
+    // the arrows 8 before and 132 after each bar; the letters and column heads.
     EXPECT_EQ(panel.log,
               "backdrop -15,28; backdrop -15,28; bar0 100,50; 327 96,61; '0    ' 260,47; 'R: ' "
-              "72,47; '00 ' "
-              "310,47; bar1 100,75; 327 96,86; '0    ' 260,72; 'G: ' 72,72; '00 ' 310,72; bar2 "
-              "100,100; 327 96,111; '0    ' 260,97; 'B: ' 72,97; '00 ' 310,97; 335 92,50; 330 "
-              "232,50; 335 92,75; 330 232,75; 335 92,100; 330 232,100; 'R:' 72,47; 'G:' 72,72; "
-              "'B:' 72,97; 'Dec' 260,30; 'Hex' 310,30; ");
+              "72,47; '00 ' 310,47; bar1 100,75; 327 96,86; '0    ' 260,72; 'G: ' 72,72; '00 ' "
+              "310,72; bar2 100,100; 327 96,111; '0    ' 260,97; 'B: ' 72,97; '00 ' 310,97; 335 "
+              "92,50; 330 232,50; 335 92,75; 330 232,75; 335 92,100; 330 232,100; 'R:' 72,47; "
+              "'G:' 72,72; 'B:' 72,97; 'Dec' 260,30; 'Hex' 310,30; ");
     // A set wipes the thumb (328) and draws it anew, then the other rows, then its own.
     panel.log.clear();
     EXPECT_TRUE(panel.SetRed(200));
@@ -371,6 +356,100 @@ TEST(RgbSliderLogic, ThumbsHitTenBySixAndDragToEvenValuesThen255ArrowsHitSixByEl
     panel.SetGreen(10);
     EXPECT_TRUE(panel.HandleMouseDown(LParam(92, 75)) && panel.HandleTimer());
     EXPECT_EQ(panel.Green(), 8);
+}
+
+using namespace art;
+using namespace test;
+
+ArtImage Load(const std::string& file) {
+    ArtImage image;
+    std::string error;
+    const std::vector<uint8_t> bytes = ReadFileBytes(TESSELLUM_ART_DIR "/" + file);
+    EXPECT_TRUE(file.find(".cur") != std::string::npos ? DecodeCursorFile(bytes, image, error)
+                                                       : DecodeBitmapFile(bytes, image, error))
+        << file << ": " << error;
+    return image;
+}
+
+TEST(ArtText, RefusesDamagedTextAndSaysWhere) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"#.\n", "line 1"},                                     // rows before the size
+        {"bitmap 2 2\n#.\n#\n", "line 3"},                      // a short row
+        {"bitmap 2 2\n#.\n#.#\n", "line 3"},                    // a long row
+        {"bitmap 2 2\n#x\n##\n", "line 2"},                     // an unknown pixel
+        {"bitmap 2 2\n##\n", "line 2"},                         // too few rows
+        {"bitmap 2 1\n##\n##\n", "line 3"},                     // too many rows
+        {"bitmap 0 4\n", "line 1"},                             // no size
+        {"bitmap 2\n", "line 1"},                               // half a size line
+        {"cursor 2 2 2 0\n##\n##\n", "line 1"},                 // hot spot outside
+        {"cursor 2 2 0 0\nselected x\n##\n##\n", "line 4"},     // a cursor has no selected form
+        {"bitmap 3 3\nselected x\n###\n#.#\n#..\n", "line 5"},  // frame not black
+        {"// nothing\n", "line 1"},
+    };
+    for (const auto& [text, where] : cases) {
+        ArtPicture picture;
+        std::string error;
+        EXPECT_FALSE(ParseArtText(text, picture, error)) << text;
+        EXPECT_EQ(error.rfind(where, 0), 0u) << text << " gave: " << error;
+    }
+}
+
+TEST(ArtFiles, BitmapFileIsFourBitsWithPaddedRowsBottomUp) {
+    ArtPicture picture;
+    std::string error;
+    ASSERT_TRUE(ParseArtText("// a comment\n\nbitmap 3 2\r\n#.-\n..#\n", picture, error)) << error;
+    const std::vector<uint8_t> bytes = BitmapFileBytes(picture);
+    // 14 + 40 + 16 colours, then two rows of 3 pixels at 4 bits, each padded to 4 bytes.
+    ASSERT_EQ(bytes.size(), 14u + 40 + 64 + 8);
+    EXPECT_EQ(bytes[10], 118) << "the pixels' offset";
+    EXPECT_EQ(bytes[14 + 14], 4) << "bits per pixel";
+    // The bottom row (". . #") comes first: white, white, black, padding.
+    EXPECT_EQ(std::vector<uint8_t>(bytes.begin() + 118, bytes.begin() + 122),
+              (std::vector<uint8_t>{(kWhiteIndex << 4) | kWhiteIndex, kBlackIndex << 4, 0, 0}));
+    ArtImage image;
+    ASSERT_TRUE(DecodeBitmapFile(bytes, image, error)) << error;
+    EXPECT_EQ(image.pixels, (std::vector<uint32_t>{kArtBlack, kArtWhite, kArtGrey, kArtWhite,
+                                                   kArtWhite, kArtBlack}));
+}
+
+// Bitmaps: four bits of black, white and dialog grey. Cursors: monochrome, mostly
+// see-through, a white body in a black outline, the hot spot on the drawing. The
+// selected tool buttons (331 to 333) are 104 to 106 with black and white exchanged
+// inside the black frame; the plain ones black line drawings on white.
+TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
+    for (const ArtFile& e : kArtFiles) {
+        SCOPED_TRACE(e.file);
+        const ArtImage image = Load(e.file);
+        EXPECT_EQ(std::vector<int>({image.width, image.height, image.hotX, image.hotY}),
+                  std::vector<int>({e.width, e.height, e.hotX, e.hotY}));
+        const auto count = [&](uint32_t colour) {
+            return int(std::count(image.pixels.begin(), image.pixels.end(), colour));
+        };
+        const int black = count(kArtBlack), white = count(kArtWhite);
+        if (e.hotX < 0) {
+            EXPECT_EQ(image.bitCount, 4);
+            EXPECT_EQ(black + white + count(kArtGrey), e.width * e.height);
+        } else {
+            EXPECT_EQ(image.bitCount, 1);
+            EXPECT_TRUE(count(kArtInverted) == 0 && count(kArtTransparent) > 32 * 32 / 2 &&
+                        white > 10 && black > 20);
+            EXPECT_EQ(image.At(e.hotX, e.hotY), kArtBlack);
+        }
+        if (e.id < 104 || e.id > 106) continue;
+        const ArtImage selected = Load(kArtFiles[e.id - 104 + 3].file);
+        ASSERT_EQ(selected.pixels.size(), image.pixels.size());
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const bool frame = x % (image.width - 1) == 0 || y % (image.height - 1) == 0;
+                const uint32_t p = image.At(x, y);
+                ASSERT_TRUE(p == kArtBlack || (!frame && p == kArtWhite)) << x << "," << y;
+                ASSERT_EQ(selected.At(x, y), frame || p == kArtWhite ? kArtBlack : kArtWhite)
+                    << x << "," << y;
+            }
+        }
+        const int drawn = black - 2 * (image.width + image.height - 2);  // the frame's
+        EXPECT_TRUE(drawn > 40 && drawn < (image.width - 2) * (image.height - 2) / 3) << drawn;
+    }
 }
 
 }  // namespace

@@ -20,23 +20,21 @@ constexpr uint32_t kWindowWhite = 0xFFFFFF;
 
 std::vector<uint32_t> Region(const OffscreenBitmap& bitmap, int x, int y, int width, int height) {
     std::vector<uint32_t> out;
-    for (int row = y; row < y + height; ++row)
-        for (int column = x; column < x + width; ++column)
-            out.push_back(bitmap.bits[row * bitmap.width + column]);
+    for (const PixelWord* row = bitmap.bits + y * bitmap.width + x; height-- > 0;
+         row += bitmap.width)
+        out.insert(out.end(), row, row + width);
     return out;
 }
 
 template <class Action>
-ErrorCode ThrownBy(Action action) {
-    try {
-        action();
-    } catch (ErrorCode code) {
-        return code;
-    }
+ErrorCode ThrownBy(Action action) try {
+    action();
     return 0;
+} catch (ErrorCode code) {
+    return code;
 }
 
-TEST(OffscreenBitmap, BlitsExactlyItsPixelsTopDownOrNotResizesAndFailsEmpty) {
+TEST(OffscreenBitmap, BlitsItsPixelsTopDownOrNotResizesLoadsThePicturesAndFailsEmpty) {
     HWND window = test::MakeTestWindow("OffscreenBitmap", 220, 120);
     ASSERT_NE(window, nullptr);
     OffscreenBitmap bitmap(window, 40, 30, true);
@@ -75,6 +73,31 @@ TEST(OffscreenBitmap, BlitsExactlyItsPixelsTopDownOrNotResizesAndFailsEmpty) {
               std::vector<uint32_t>({0x00FF00, 0x0000FF, 0xFF0000}))
         << "below the new picture the old one still shows";
 
+    // Every picture the plug-in carries, loaded as the controls load them, is the art the
+    // build drew, at its size.
+    HMODULE plugin = LoadLibraryA(test::PluginPath().c_str());
+    ASSERT_NE(plugin, nullptr);
+    OffscreenBitmap loaded(window, 5, 5, true);
+    test::ArtImage drawn;
+    for (const test::ArtFile& p : test::kArtFiles) {
+        if (p.hotX >= 0) continue;  // cursors are no bitmaps
+        std::string error;
+        ASSERT_TRUE(test::DecodeBitmapFile(
+            test::ReadFileBytes(test::BuildDirectory() + "generated_art\\" + p.file), drawn, error))
+            << error;
+        loaded.LoadBitmapResource(p.id, plugin);
+        ASSERT_EQ(loaded.width, uint32_t(drawn.width)) << p.file;
+        ASSERT_EQ(loaded.height, uint32_t(drawn.height)) << p.file;
+        EXPECT_EQ(Region(loaded, 0, 0, drawn.width, drawn.height), drawn.pixels) << p.file;
+    }
+    // The same size again is still overwritten. Only the low 16 bits of the number name
+    // the resource; a missing one throws and keeps the picture.
+    loaded.Fill(255, 0, 0);
+    loaded.LoadBitmapResource(0x10000 | IDB_SWAP, plugin);
+    EXPECT_EQ(Region(loaded, 0, 0, 10, 10), drawn.pixels);
+    EXPECT_EQ(ThrownBy([&] { loaded.LoadBitmapResource(4321, plugin); }), ErrNoMemory);
+    EXPECT_EQ(Region(loaded, 0, 0, 10, 10), drawn.pixels);
+    FreeLibrary(plugin);
     // A failed resize leaves a bitmap with no memory and no size, that paints nothing.
     EXPECT_EQ(ThrownBy([&] { bitmap.Resize(0, 10); }), ErrNoMemory) << "no section of no width";
     EXPECT_EQ(bitmap.bits, nullptr);
@@ -87,36 +110,6 @@ TEST(OffscreenBitmap, BlitsExactlyItsPixelsTopDownOrNotResizesAndFailsEmpty) {
     DestroyWindow(gone);
     EXPECT_EQ(ThrownBy([&] { OffscreenBitmap none(gone, 5, 5, true); }), ErrNoMemory)
         << "no window context";
-    DestroyWindow(window);
-}
-
-// Every picture the plug-in carries, loaded as the controls load them, is the art the
-// build drew, at its size.
-TEST(OffscreenBitmap, LoadBitmapResourceTakesSizeAndPixelsOfThePicture) {
-    HWND window = test::MakeTestWindow("LoadBitmap", 20, 20);
-    HMODULE plugin = LoadLibraryA(test::PluginPath().c_str());
-    ASSERT_NE(plugin, nullptr);
-    OffscreenBitmap bitmap(window, 5, 5, true);
-    test::ArtImage drawn;
-    for (const test::ArtFile& p : test::kArtFiles) {
-        if (p.hotX >= 0) continue;  // cursors are no bitmaps
-        std::string error;
-        ASSERT_TRUE(test::DecodeBitmapFile(
-            test::ReadFileBytes(test::BuildDirectory() + "generated_art\\" + p.file), drawn, error))
-            << error;
-        bitmap.LoadBitmapResource(p.id, plugin);
-        ASSERT_EQ(bitmap.width, uint32_t(drawn.width)) << p.file;
-        ASSERT_EQ(bitmap.height, uint32_t(drawn.height)) << p.file;
-        EXPECT_EQ(Region(bitmap, 0, 0, drawn.width, drawn.height), drawn.pixels) << p.file;
-    }
-    // The same size again is still overwritten. Only the low 16 bits of the number name
-    // the resource; a missing one throws and keeps the picture.
-    bitmap.Fill(255, 0, 0);
-    bitmap.LoadBitmapResource(0x10000 | IDB_SWAP, plugin);
-    EXPECT_EQ(Region(bitmap, 0, 0, 10, 10), drawn.pixels);
-    EXPECT_EQ(ThrownBy([&] { bitmap.LoadBitmapResource(4321, plugin); }), ErrNoMemory);
-    EXPECT_EQ(Region(bitmap, 0, 0, 10, 10), drawn.pixels);
-    FreeLibrary(plugin);
     DestroyWindow(window);
 }
 

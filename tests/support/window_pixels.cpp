@@ -21,7 +21,6 @@ HWND MakeTestWindow(const char* title, int clientWidth, int clientHeight) {
     HWND window = CreateWindowA(className.c_str(), title, style, 0, 0, frame.right - frame.left,
                                 frame.bottom - frame.top, nullptr, nullptr,
                                 GetModuleHandleA(nullptr), nullptr);
-    UpdateWindow(window);
     for (int round = 0; round < 3; ++round) {
         // A message to fetch makes the queue pass the window's picture on to the screen.
         PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
