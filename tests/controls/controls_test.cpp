@@ -1,7 +1,6 @@
-// The controls without windows: their painters on plain memory, as small pictures of the
-// pixels that matter; the hit arithmetic of each control at its edges; the slider panel's
-// painting and bars (clicks in the middle of each part are driven in the real dialog,
-// tests/dialog); and the art the build draws, read through the tests' own reader.
+// The controls without windows (the real dialog, tests/dialog, clicks their middles): the
+// painters as small pictures of the pixels that matter, the hit arithmetic at its edges,
+// the slider panel's painting and bars; and the art, read through the tests' own reader.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -103,7 +102,7 @@ TEST(GridPainter, LinesEveryPitchRepaintedWholeAndClicksOnALineGoToTheCellBefore
               "...........\n#00#11#22..\n#00#11#22..\n#########..\n#88#99#::..\n#88#99#::..\n"
               "#########..\n#@@#AA#BB..\n#@@#AA#BB..\n#########..\n...........\n");
 
-    // Offsets from the first cell pixel: row, column.
+    // Offsets x, y from the first cell pixel, GridSize: the row and column hit.
     const int hits[][5] = {
         {39, 40, 3, 1, 0}, {40, 79, 3, 1, 1}, {119, 80, 3, 2, 2}, {14, 105, 8, 7, 0}};
     for (const auto& h : hits) {
@@ -412,10 +411,9 @@ TEST(ArtFiles, BitmapFileIsFourBitsWithPaddedRowsBottomUp) {
                                                    kArtWhite, kArtBlack}));
 }
 
-// Bitmaps: four bits of black, white and dialog grey. Cursors: monochrome, mostly
-// see-through, a white body in a black outline, the hot spot on the drawing. The
-// selected tool buttons (331 to 333) are 104 to 106 with black and white exchanged
-// inside the black frame; the plain ones black line drawings on white.
+// Bitmaps: four bits of black, white and dialog grey. Cursors: monochrome, mostly see-
+// through, a white body in a black outline, the hot spot on the drawing. The tool buttons
+// are black line drawings on white; selected (331 to 333), inverted inside the frame.
 TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
     for (const ArtFile& e : kArtFiles) {
         SCOPED_TRACE(e.file);

@@ -18,7 +18,6 @@ struct ArtImage {
     int width = 0, height = 0, bitCount = 0;
     int hotX = -1, hotY = -1;      // cursors only
     std::vector<uint32_t> pixels;  // 0x00RRGGBB or one of the two cursor marks; top row first
-
     uint32_t At(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
 };
 
