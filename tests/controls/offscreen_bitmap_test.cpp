@@ -8,6 +8,7 @@
 #include "resources/resource_ids.h"
 #include "storage/error_code.h"
 #include "tests/support/art_file_reader.h"
+#include "tests/support/plugin_path.h"
 #include "tests/support/window_pixels.h"
 
 namespace tessellum {
@@ -19,33 +20,23 @@ constexpr uint32_t kWindowWhite = 0xFFFFFF;
 
 std::vector<uint32_t> Region(const OffscreenBitmap& bitmap, int x, int y, int width, int height) {
     std::vector<uint32_t> out;
-    for (int row = y; row < y + height; ++row)
-        for (int column = x; column < x + width; ++column)
-            out.push_back(bitmap.bits[row * bitmap.width + column]);
+    for (const PixelWord* row = bitmap.bits + y * bitmap.width + x; height-- > 0;
+         row += bitmap.width)
+        out.insert(out.end(), row, row + width);
     return out;
 }
 
 template <class Action>
-ErrorCode ThrownBy(Action action) {
-    try {
-        action();
-    } catch (ErrorCode code) {
-        return code;
-    }
+ErrorCode ThrownBy(Action action) try {
+    action();
     return 0;
+} catch (ErrorCode code) {
+    return code;
 }
 
-class OffscreenBitmapTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        window = test::MakeTestWindow("OffscreenBitmap", 220, 120);
-        ASSERT_NE(window, nullptr);
-    }
-    void TearDown() override { DestroyWindow(window); }
-    HWND window = nullptr;
-};
-
-TEST_F(OffscreenBitmapTest, BlitPutsExactlyThosePixelsIntoTheWindowTopDownOrNot) {
+TEST(OffscreenBitmap, BlitsItsPixelsTopDownOrNotResizesLoadsThePicturesAndFailsEmpty) {
+    HWND window = test::MakeTestWindow("OffscreenBitmap", 220, 120);
+    ASSERT_NE(window, nullptr);
     OffscreenBitmap bitmap(window, 40, 30, true);
     bitmap.Fill(10, 20, 30);
     bitmap.PaintInsetFrame();
@@ -56,8 +47,7 @@ TEST_F(OffscreenBitmapTest, BlitPutsExactlyThosePixelsIntoTheWindowTopDownOrNot)
     EXPECT_EQ(ReadClient(window, 15, 7, 40, 30), Region(bitmap, 0, 0, 40, 30));
     EXPECT_EQ(ReadClient(window, 14, 7, 1, 1)[0], kWindowWhite) << "nothing left of it";
     EXPECT_EQ(ReadClient(window, 55, 36, 1, 1)[0], kWindowWhite) << "nothing beyond it";
-    // A part of the picture, from a source offset.
-    bitmap.Blit(150, 60, 10, 5, 12, 8);
+    bitmap.Blit(150, 60, 10, 5, 12, 8);  // a part, from a source offset
     EXPECT_EQ(ReadClient(window, 150, 60, 12, 8), Region(bitmap, 10, 5, 12, 8));
     EXPECT_EQ(ReadClient(window, 162, 60, 1, 1)[0], kWindowWhite);
 
@@ -67,77 +57,60 @@ TEST_F(OffscreenBitmapTest, BlitPutsExactlyThosePixelsIntoTheWindowTopDownOrNot)
     bottomUp.Blit(0, 0, 0, 0, 10, 6);
     EXPECT_EQ(ReadClient(window, 3, 5, 1, 1)[0], 0xFF0000u) << "memory row 0 at the bottom";
     EXPECT_EQ(ReadClient(window, 3, 0, 1, 1)[0], 0x0000FFu);
-}
 
-TEST_F(OffscreenBitmapTest, ResizeKeepsTheSameSizeAndASecondBlitShowsTheNewPicture) {
-    OffscreenBitmap bitmap(window, 40, 30, true);
+    // The same size keeps the picture; a negative height counts by its size.
     bitmap.Fill(255, 0, 0);
     bitmap.Blit(0, 0, 0, 0, 40, 30);
     EXPECT_FALSE(bitmap.Resize(40, 30));
-    EXPECT_EQ(bitmap.bits[40 * 30 - 1], 0x00FF0000u) << "the picture stays";
-
-    EXPECT_TRUE(bitmap.Resize(50, -12)) << "a negative height counts by its size";
+    EXPECT_EQ(bitmap.bits[40 * 30 - 1], 0x00FF0000u);
+    EXPECT_TRUE(bitmap.Resize(50, -12));
     EXPECT_FALSE(bitmap.Resize(50, 12));
     bitmap.Fill(0, 255, 0);
     bitmap.bits[50 * 12 - 1] = 0x000000FF;  // the last word of the new size is shown
     bitmap.Blit(0, 0, 0, 0, 50, 12);
     const std::vector<uint32_t> shown = ReadClient(window, 0, 0, 50, 13);
-    EXPECT_EQ(shown[0], 0x00FF00u);
-    EXPECT_EQ(shown[11 * 50 + 49], 0x0000FFu);
-    EXPECT_EQ(shown[12 * 50 + 0], 0xFF0000u) << "below the new picture the old one still shows";
+    EXPECT_EQ(std::vector<uint32_t>({shown[0], shown[11 * 50 + 49], shown[12 * 50]}),
+              std::vector<uint32_t>({0x00FF00, 0x0000FF, 0xFF0000}))
+        << "below the new picture the old one still shows";
 
-    // No palette is left selected in the window's context (a true-colour screen here:
-    // NUMCOLORS is not positive, so no palette is made at all).
-    HDC dc = GetDC(window);  // the class keeps one context, so this is the one Blit used
-    EXPECT_LE(GetDeviceCaps(dc, NUMCOLORS), 0);
-    EXPECT_EQ(GetCurrentObject(dc, OBJ_PAL), GetStockObject(DEFAULT_PALETTE));
-    ReleaseDC(window, dc);
-}
-
-TEST_F(OffscreenBitmapTest, FailuresThrowNoMemoryAndAFailedResizeLeavesAnEmptyBitmap) {
-    HWND gone = test::MakeTestWindow("Gone", 10, 10);
-    DestroyWindow(gone);
-    EXPECT_EQ(ThrownBy([&] { OffscreenBitmap bitmap(gone, 5, 5, true); }), ErrNoMemory)
-        << "no window context";
-
-    OffscreenBitmap bitmap(window, 20, 20, true);
+    // Every picture the plug-in carries, loaded as the controls load them, is the art the
+    // build drew, at its size.
+    HMODULE plugin = LoadLibraryA(test::PluginPath().c_str());
+    ASSERT_NE(plugin, nullptr);
+    OffscreenBitmap loaded(window, 5, 5, true);
+    test::ArtImage drawn;
+    for (const test::ArtFile& p : test::kArtFiles) {
+        if (p.hotX >= 0) continue;  // cursors are no bitmaps
+        std::string error;
+        ASSERT_TRUE(test::DecodeBitmapFile(
+            test::ReadFileBytes(test::BuildDirectory() + "generated_art\\" + p.file), drawn, error))
+            << error;
+        loaded.LoadBitmapResource(p.id, plugin);
+        ASSERT_EQ(loaded.width, uint32_t(drawn.width)) << p.file;
+        ASSERT_EQ(loaded.height, uint32_t(drawn.height)) << p.file;
+        EXPECT_EQ(Region(loaded, 0, 0, drawn.width, drawn.height), drawn.pixels) << p.file;
+    }
+    // The same size again is still overwritten. Only the low 16 bits of the number name
+    // the resource; a missing one throws and keeps the picture.
+    loaded.Fill(255, 0, 0);
+    loaded.LoadBitmapResource(0x10000 | IDB_SWAP, plugin);
+    EXPECT_EQ(Region(loaded, 0, 0, 10, 10), drawn.pixels);
+    EXPECT_EQ(ThrownBy([&] { loaded.LoadBitmapResource(4321, plugin); }), ErrNoMemory);
+    EXPECT_EQ(Region(loaded, 0, 0, 10, 10), drawn.pixels);
+    FreeLibrary(plugin);
+    // A failed resize leaves a bitmap with no memory and no size, that paints nothing.
     EXPECT_EQ(ThrownBy([&] { bitmap.Resize(0, 10); }), ErrNoMemory) << "no section of no width";
     EXPECT_EQ(bitmap.bits, nullptr);
     EXPECT_EQ(bitmap.width + bitmap.height, 0u);
     bitmap.Fill(0, 0, 0);
     bitmap.PaintInsetFrame();
-    bitmap.Blit(0, 0, 0, 0, 20, 20);
-    for (uint32_t p : ReadClient(window, 0, 0, 20, 20)) ASSERT_EQ(p, kWindowWhite);
-}  // and it deletes cleanly
-
-// Every picture the plug-in carries, loaded as the controls load them, is the art the
-// build drew, at its size.
-TEST_F(OffscreenBitmapTest, LoadBitmapResourceTakesSizeAndPixelsOfThePicture) {
-    HMODULE plugin = test::LoadPluginModule();
-    ASSERT_NE(plugin, nullptr);
-    OffscreenBitmap bitmap(window, 5, 5, true);
-    test::ArtImage drawn;
-    for (const test::ArtFile& p : test::kArtFiles) {
-        if (p.hotX >= 0) continue;  // cursors are no bitmaps
-        std::string error;
-        ASSERT_TRUE(test::DecodeBitmapFile(test::ReadFileBytes(test::GeneratedArtPath(p.file)),
-                                           drawn, error))
-            << error;
-        bitmap.LoadBitmapResource(p.id, plugin);
-        ASSERT_EQ(bitmap.width, uint32_t(drawn.width)) << p.file;
-        ASSERT_EQ(bitmap.height, uint32_t(drawn.height)) << p.file;
-        EXPECT_EQ(Region(bitmap, 0, 0, drawn.width, drawn.height), drawn.pixels) << p.file;
-    }
-
-    // The same size again is still overwritten. Only the low 16 bits of the number name
-    // the resource.
-    bitmap.Fill(255, 0, 0);
-    bitmap.LoadBitmapResource(0x10000 | IDB_SWAP, plugin);
-    EXPECT_EQ(Region(bitmap, 0, 0, 10, 10), drawn.pixels);
-    EXPECT_EQ(ThrownBy([&] { bitmap.LoadBitmapResource(4321, plugin); }), ErrNoMemory)
-        << "a missing resource";
-    EXPECT_EQ(Region(bitmap, 0, 0, 10, 10), drawn.pixels) << "and the picture is kept";
-    FreeLibrary(plugin);
+    bitmap.Blit(0, 70, 0, 0, 20, 20);
+    for (uint32_t p : ReadClient(window, 0, 70, 20, 20)) ASSERT_EQ(p, kWindowWhite);
+    HWND gone = test::MakeTestWindow("Gone", 10, 10);
+    DestroyWindow(gone);
+    EXPECT_EQ(ThrownBy([&] { OffscreenBitmap none(gone, 5, 5, true); }), ErrNoMemory)
+        << "no window context";
+    DestroyWindow(window);
 }
 
 }  // namespace

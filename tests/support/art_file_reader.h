@@ -1,6 +1,5 @@
-// Reads back the art files the build draws (4-bit BMP, monochrome CUR), written here
-// from the published file layouts and independently of the generator, so that the
-// tests can say what the files really hold.
+// Reads back the art files the build draws (4-bit BMP, monochrome CUR), from the
+// published file layouts and apart from the generator, to say what the files hold.
 #pragma once
 
 #include <cstdint>
@@ -19,12 +18,10 @@ struct ArtImage {
     int width = 0, height = 0, bitCount = 0;
     int hotX = -1, hotY = -1;      // cursors only
     std::vector<uint32_t> pixels;  // 0x00RRGGBB or one of the two cursor marks; top row first
-
     uint32_t At(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
 };
 
-// Every picture the build draws: its file, resource number and size, and for a cursor
-// its hot spot.
+// Every picture the build draws: file, resource number, size, and a cursor's hot spot.
 struct ArtFile {
     const char* file;
     int id, width, height, hotX = -1, hotY = -1;
