@@ -30,155 +30,122 @@ HINSTANCE hDllInstance = nullptr;  // the plug-in's module, for its resources
 namespace tessellum::test {
 namespace {
 
-struct Outcome {
-    bool filled = false;
-    bool appeared = false;
-    long seenAt = 0;  // allocations counted when the dialog was first seen
-    long allocations = 0;
-    long live = 0;
+class DialogFailureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        hDllInstance = LoadLibraryA(PluginPath().c_str());
+        ASSERT_NE(hDllInstance, nullptr);
+        PointLibraryAt(scratch.Path("library"));
+        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(3, 4, 2));
+        LibraryFile().WriteLibrary(library.get(), path.c_str());
+        before = ReadWholeFile(path);
+    }
+    void TearDown() override { DestroyWindow(parent); }
+    bool RunModal() {  // false: Cancel, or a start that failed
+        try {
+            std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
+            return dialog->RunModal();
+        } catch (ErrorCode) {
+            return false;
+        }
+    }
+
+    HWND parent = host::MakeHostWindow("failure");
+    ScratchDirectory scratch;
+    std::string path = scratch.Path("library") + "\\Tessellum.dat";
+    std::vector<uint8_t> before;
 };
 
-Outcome RunOnce(HWND parent, long failAt) {
-    Outcome outcome;
-    std::atomic<bool> done{false};
-    // The dialog counts as up once its first page shows: the last step of its start.
-    // (Wine may flash the window of a dialog that ended in its start.)
-    std::thread cancelling([&] {
-        while (!done) {
-            HWND window = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
-            HWND page = window ? FindWindowExA(GetDlgItem(window, 1008), nullptr, nullptr, nullptr)
-                               : nullptr;
-            bool shown = false;
-            for (; page; page = GetWindow(page, GW_HWNDNEXT))
-                shown = shown || (GetDlgItem(page, 1030) && IsWindowVisible(page));
-            if (shown) {
+struct Outcome {
+    bool filled = false, appeared = false;
+    long seenAt = 0;  // allocations counted when the dialog was first seen
+};
+
+TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLibrary) {
+    const auto runOnce = [&](long failAt) {
+        Outcome outcome;
+        std::atomic<bool> done{false};
+        // The dialog counts as up once its first page shows: the last step of its start.
+        // (Wine may flash the window of a dialog that ended in its start.)
+        std::thread cancelling([&] {
+            for (; !done; Sleep(2)) {
+                HWND window = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
+                HWND page = window ? GetWindow(GetDlgItem(window, kTabs), GW_CHILD) : nullptr;
+                for (; page && !outcome.appeared; page = GetWindow(page, GW_HWNDNEXT))
+                    outcome.appeared =
+                        GetDlgItem(page, kPickerTile % kPicker) && IsWindowVisible(page);
+                if (!outcome.appeared) continue;
                 outcome.seenAt = failingHeap.allocations;
-                outcome.appeared = true;
                 PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
                 return;
             }
-            Sleep(2);
-        }
-    });
-    failingHeap.Arm(failAt);
-    try {
-        std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
-        outcome.filled = dialog->RunModal();
-    } catch (ErrorCode) {
-    }
-    failingHeap.Disarm();
-    done = true;
-    cancelling.join();
-    outcome.allocations = failingHeap.allocations;
-    outcome.live = failingHeap.live;
-    return outcome;
-}
-
-TEST(DialogStartFailure, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLibrary) {
-    hDllInstance = LoadLibraryA(PluginPath().c_str());
-    ASSERT_NE(hDllInstance, nullptr);
-    HWND parent = host::MakeHostWindow("start failure");
-    ScratchDirectory scratch;
-    PointLibraryAt(scratch.Path("library"));
-    const std::string path = scratch.Path("library") + "\\Tessellum.dat";
-    {
-        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(3, 4, 2));
-        LibraryFile().WriteLibrary(library.get(), path.c_str());
-    }
-    const std::vector<uint8_t> before = ReadWholeFile(path);
-
-    const Outcome whole = RunOnce(parent, 0);
+        });
+        failingHeap.Arm(failAt);
+        outcome.filled = RunModal();
+        failingHeap.Disarm();
+        done = true;
+        cancelling.join();
+        EXPECT_FALSE(outcome.filled) << "failing allocation " << failAt;
+        EXPECT_EQ(failingHeap.live, 0) << "failing allocation " << failAt << " left blocks";
+        EXPECT_EQ(FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5"), nullptr) << failAt;
+        EXPECT_EQ(ReadWholeFile(path), before) << "failing allocation " << failAt;
+        return outcome;
+    };
+    const Outcome whole = runOnce(0);
+    const long allocations = failingHeap.allocations;
     ASSERT_TRUE(whole.appeared) << "the dialog did not come up without a failure";
-    EXPECT_FALSE(whole.filled);
-    EXPECT_EQ(whole.live, 0);
     ASSERT_GT(whole.seenAt, 20) << "the start allocates its controls and the library";
-
     int failedStarts = 0;
-    for (long n = 1; n <= whole.allocations; ++n) {
-        const Outcome run = RunOnce(parent, n);
-        EXPECT_FALSE(run.filled) << "failing allocation " << n;
-        EXPECT_EQ(run.appeared, n > whole.seenAt)
-            << "failing allocation " << n << " of " << whole.seenAt << " before the dialog showed";
-        EXPECT_EQ(run.live, 0) << "failing allocation " << n << " left blocks allocated";
-        EXPECT_EQ(FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5"), nullptr) << n;
-        EXPECT_EQ(ReadWholeFile(path), before) << "failing allocation " << n;
-        failedStarts += run.appeared ? 0 : 1;
+    for (long n = 1; n <= allocations; ++n) {
+        const bool appeared = runOnce(n).appeared;
+        EXPECT_EQ(appeared, n > whole.seenAt) << n << " of " << whole.seenAt << " before it showed";
+        failedStarts += appeared ? 0 : 1;
     }
-    std::printf("%ld allocations in a run; %d failing ones ended the start\n", whole.allocations,
+    std::printf("%ld allocations in a run; %d failing ones ended the start\n", allocations,
                 failedStarts);
-    DestroyWindow(parent);
 }
 
 // Each command's allocation `failAt` (counted from the command) fails while the dialog
 // runs: the driver arms the heap for the dialog's thread, gives the command and answers
-// what it asks.
-TEST(DialogStartFailure, ACommandShortOfMemoryEndsTheDialogAsCancel) {
-    hDllInstance = LoadLibraryA(PluginPath().c_str());
-    ASSERT_NE(hDllInstance, nullptr);
-    HWND parent = host::MakeHostWindow("command failure");
-    ScratchDirectory scratch;
-    PointLibraryAt(scratch.Path("library"));
-    const std::string path = scratch.Path("library") + "\\Tessellum.dat";
-    {
-        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(1, 1, 0));
-        LibraryFile().WriteLibrary(library.get(), path.c_str());
-    }
-    const std::vector<uint8_t> before = ReadWholeFile(path);
+// what it asks. New List: the list, its node. New Color: the colour, its node. Load: the
+// table's palette and its colours (which the load reports itself), then the library's
+// palette, its colours and its node.
+TEST_F(DialogFailureTest, ACommandShortOfMemoryEndsTheDialogAsCancel) {
     const std::string table = scratch.Path("t.act");
     WriteWholeFile(table, std::vector<uint8_t>(768, 9));
-
-    // New List: the list, its node. New Color: the colour, its node. Load: the table's
-    // palette and its colours (which the load reports itself), then the library's palette,
-    // its colours and its node.
     struct Case {
         int command;
         long failAt;
         bool ends;  // false: the load says so itself and the dialog stays
-    } cases[] = {{40001, 1, true}, {40001, 2, true}, {1003, 1, true},
-                 {1003, 2, true},  {1017, 1, false}, {1017, 2, false},
-                 {1017, 3, true},  {1017, 4, true},  {1017, 5, true}};
+    } cases[] = {{kNewList, 1, true},  {kNewList, 2, true}, {kNewColor, 1, true},
+                 {kNewColor, 2, true}, {kLoad, 1, false},   {kLoad, 2, false},
+                 {kLoad, 3, true},     {kLoad, 4, true},    {kLoad, 5, true}};
     const std::thread::id dialogThread = std::this_thread::get_id();
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << "command " << c.command << ", allocation " << c.failAt);
         bool stayed = false;
         std::string alert;
-        std::thread driving([&] {
-            DialogDriver d;
-            for (int i = 0; i < 500 && !d.dialog; ++i, Sleep(20))
-                d.dialog = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
-            ASSERT_NE(d.dialog, nullptr);
-            d.Settle();
-            HWND page = d.dialog;
-            if (c.command == 1017)
-                for (HWND p = FindWindowExA(GetDlgItem(d.dialog, 1008), nullptr, nullptr, nullptr);
-                     p; p = GetWindow(p, GW_HWNDNEXT))
-                    if (GetDlgItem(p, 1017)) page = p;
-            failingHeap.Arm(c.failAt, dialogThread);
-            d.PostCommand(page, c.command);
-            if (c.command == 1017) {
-                d.AnswerFileDialog("Load Palette", table);
-            } else {
-                d.AnswerPrompt(c.command == 1003 ? "Create a new color" : "Create new color list",
-                               "Named");
-            }
-            if (FindWindowA(MAKEINTATOM(0x8002), "ALERT")) {
-                alert = d.AnswerMessageBox("ALERT", IDOK);
-            }
-            for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
-            stayed = IsWindow(d.dialog) != FALSE;
-            if (stayed) PostMessageA(d.dialog, WM_COMMAND, IDCANCEL, 0);
-        });
-        std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
-        EXPECT_FALSE(dialog->RunModal());
-        dialog.reset();
+        EXPECT_TRUE(WithDialog([&] { EXPECT_FALSE(RunModal()); },
+                               [&](DialogDriver& d) {
+                                   failingHeap.Arm(c.failAt, dialogThread);
+                                   d.Command(c.command, true);
+                                   if (c.command == kLoad)
+                                       d.AnswerFileDialog("Load Palette", table);
+                                   if (c.command == kNewList)
+                                       d.AnswerPrompt("Create new color list", "Named");
+                                   if (c.command == kNewColor)
+                                       d.AnswerPrompt("Create a new color", "Named");
+                                   if (FindWindowA(MAKEINTATOM(0x8002), "ALERT"))
+                                       alert = d.AnswerMessageBox("ALERT", IDOK);
+                                   for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
+                                   stayed = IsWindow(d.dialog) != FALSE;
+                               }));
         failingHeap.Disarm();
-        driving.join();
         EXPECT_EQ(stayed, !c.ends);
         EXPECT_EQ(alert, c.ends ? "" : "Could Not Load Palette");
         EXPECT_EQ(failingHeap.live, 0) << "blocks left allocated";
         EXPECT_EQ(ReadWholeFile(path), before) << "nothing was added to the library";
     }
-    DestroyWindow(parent);
 }
 
 }  // namespace
