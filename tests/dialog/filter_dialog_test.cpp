@@ -1,24 +1,36 @@
 // The main dialog as a host and a user meet it: our host runs the real plug-in, the real
 // modal dialog comes up over the host's window, and a second thread clicks, drags, types
 // and reads it back. Each test is a run or two that checks many facts; afterwards the
-// parameters block, the library file and the registry are read back.
+// parameters block, the library file and the registry are read back. Last, the dialog
+// built from the plug-in's sources in this program (its resources taken from the built
+// plug-in) with its allocations failing.
+#include "dialog/filter_dialog.h"
+
 #include <windows.h>
 #include <commctrl.h>  // after windows.h
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "color/allocate.h"
 #include "controls/slider_geometry.h"
+#include "host/dll_instance.h"
 #include "storage/library_file.h"
 #include "tests/dialog/dialog_driver.h"
+#include "tests/support/failing_heap.h"
 #include "tests/support/library_samples.h"
 #include "tests/support/plugin_path.h"
 #include "tests/support/scratch_directory.h"
 #include "tools/host/filter_host.h"
 #include "tools/host/host_window.h"
+
+namespace tessellum {
+HINSTANCE hDllInstance = nullptr;  // the plug-in's module, for its resources
+}
 
 namespace tessellum::test {
 namespace {
@@ -39,10 +51,6 @@ int Sizing() {  // byte 0 of the "Sizing" value, -1 without one
                ? bytes[0]
                : -1;
 }
-void SetSizing(BYTE value) {
-    const BYTE bytes[5] = {value};
-    RegSetKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing", REG_BINARY, bytes, sizeof bytes);
-}
 int ClientRight(const DialogDriver& d) {  // the dialog ends 7 pixels past its last control
     RECT client = {};
     GetClientRect(d.dialog, &client);
@@ -54,21 +62,6 @@ uint32_t Middle(const DialogDriver& d, int control) {
 }
 uint32_t Tile(const DialogDriver& d, int control, int row, int column) {  // 1 pixel a cell
     return d.Pixel(control, 4 + column, 4 + row);
-}
-// A drag of one slider's thumb from `from` to `to`, as the mouse does it.
-void Drag(const DialogDriver& d, int row, uint8_t from, uint8_t to) {
-    const int y = 20 + 25 * row + 13;
-    d.Mouse(kSliders, WM_LBUTTONDOWN, ThumbLeft(38, from) + 5, y);
-    d.Mouse(kSliders, WM_MOUSEMOVE, 38 + to / 2, y);
-    d.Mouse(kSliders, WM_LBUTTONUP, 38 + to / 2, y);
-    d.Settle();
-}
-// A click that opens a modal window must be posted.
-void PostClick(const DialogDriver& d, int control, int x, int y) {
-    const RECT place = d.Place(control);
-    const LPARAM point = MAKELPARAM(place.left + x, place.top + y);
-    PostMessageA(d.Page(control), WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageA(d.Page(control), WM_LBUTTONUP, 0, point);
 }
 bool NoneCameUp(const DialogDriver& d, const char* caption) {
     d.Settle();
@@ -176,7 +169,8 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
                     sizeof(Pattern));
         Save(library);
     }
-    SetSizing(0);
+    const BYTE collapsed[5] = {0};
+    RegSetKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing", REG_BINARY, collapsed, sizeof collapsed);
     block.assign(198, 0);
     block[2] = 1, block[4] = 3, block[5] = 0x42;
     const Bytes stored = block;
@@ -187,7 +181,12 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
         EXPECT_EQ(d.Text(kListButton), "Web");
         EXPECT_EQ(d.Rows(), (Rows{"Red", "Grey3"}));
         EXPECT_EQ(d.SelectedRow(), 0);
-        for (int row = 0; row < 3; ++row) Drag(d, row, 0, 128);
+        for (int row = 0, y = 33; row < 3; ++row, y += 25) {  // each thumb from 0 to 128
+            d.Mouse(kSliders, WM_LBUTTONDOWN, ThumbLeft(38, 0) + 5, y);
+            d.Mouse(kSliders, WM_MOUSEMOVE, 38 + 64, y);
+            d.Mouse(kSliders, WM_LBUTTONUP, 38 + 64, y);
+        }
+        d.Settle();
         EXPECT_EQ(Tile(d, kPickerTile, 0, 0), 0x666666u);
         EXPECT_EQ(Tile(d, kPickerTile, 0, 1), 0x999999u);
         EXPECT_EQ(Tile(d, kPreview, 1, 1), 0x666666u);
@@ -230,9 +229,8 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
 }
 
 // Both pages' controls as a click reaches them, in one run. The picker: the back box loads
-// the host's background colour; a held step arrow steps on every tick and stops at the
-// release. Pattern Fill: the pencil selected from the start; swatch, pencil, eraser and
-// eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
+// the host's background colour. Pattern Fill: the pencil selected from the start; swatch, pencil,
+// eraser and eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
 // the colour pair swaps, resets and picks through the system colour dialog, whose custom
 // colours are kept; an empty swatch of a short palette takes no click. Fill lays the tile.
 TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
@@ -250,16 +248,6 @@ TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
         [&](DialogDriver& d) {
             d.Click(kForeBack, -8, 20);
             EXPECT_EQ(Middle(d, kShownColor), 0x3366CCu) << "the back box gives its colour";
-            const ControlBounds arrow = RightArrowBounds(38, 20);
-            d.Mouse(kSliders, WM_LBUTTONDOWN, arrow.left + 3, arrow.top + 5);
-            Sleep(1000);
-            d.Mouse(kSliders, WM_LBUTTONUP, arrow.left + 3, arrow.top + 5);
-            d.Settle();
-            const uint32_t released = Middle(d, kShownColor);
-            EXPECT_GT(released >> 16, 0x33u + 3) << "a step at the press and one per tick";
-            Sleep(300);
-            d.Settle();
-            EXPECT_EQ(Middle(d, kShownColor), released) << "no step after the release";
 
             d.ChooseTab(1);
             EXPECT_TRUE(IsWindowVisible(d.pattern) && !IsWindowVisible(d.picker));
@@ -327,9 +315,9 @@ TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
             EXPECT_EQ(colours(), Pair(0xFFFFFF, 0x3C78B4));
             d.Click(kPair, 14, 54);  // the reset sign
             EXPECT_EQ(colours(), Pair(0, 0xFFFFFF));
-            PostClick(d, kPair, 60, 60);
+            d.Click(kPair, 60, 60, false, true);  // it opens the colour dialog
             EXPECT_EQ(d.AnswerColorDialog(10, 20, 30, true), "255,255,255");
-            PostClick(d, kPair, 20, 20);
+            d.Click(kPair, 20, 20, false, true);
             d.AnswerColorDialog(200, 0, 0, false);
             EXPECT_EQ(colours(), Pair(0, 0x0A141E)) << "OK takes the colour, Cancel keeps it";
             d.Command(kPattern + 3500);  // the short palette: swatch 9 is its last colour
@@ -566,6 +554,128 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
     std::memcpy(AddPalette(expected, "sunset.act", 256, 0)->palette.Colors(),
                 ReadWholeFile(sunset).data(), 768);
     EXPECT_EQ(CompareLibraries(expected, *Saved()), "");
+}
+
+// Every C++ allocation of one run of the dialog made to fail in turn: a failure while the
+// dialog starts ends the run as Cancel before the dialog shows; one in the teardown loses
+// only that save. Each time nothing is left allocated, no dialog window remains, and the
+// library file is byte for byte as before.
+class DialogFailureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        hDllInstance = LoadLibraryA(PluginPath().c_str());
+        ASSERT_NE(hDllInstance, nullptr);
+        PointLibraryAt(scratch.Path("library"));
+        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(3, 4, 2));
+        LibraryFile().WriteLibrary(library.get(), path.c_str());
+        before = ReadWholeFile(path);
+    }
+    void TearDown() override { DestroyWindow(parent); }
+    bool RunModal() {  // false: Cancel, or a start that failed
+        try {
+            std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
+            return dialog->RunModal();
+        } catch (ErrorCode) {
+            return false;
+        }
+    }
+
+    HWND parent = host::MakeHostWindow("failure");
+    ScratchDirectory scratch;
+    std::string path = scratch.Path("library") + "\\Tessellum.dat";
+    std::vector<uint8_t> before;
+};
+
+struct Outcome {
+    bool filled = false, appeared = false;
+    long seenAt = 0;  // allocations counted when the dialog was first seen
+};
+
+TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLibrary) {
+    const auto runOnce = [&](long failAt) {
+        Outcome outcome;
+        std::atomic<bool> done{false};
+        // The dialog counts as up once its first page shows: the last step of its start.
+        // (Wine may flash the window of a dialog that ended in its start.)
+        std::thread cancelling([&] {
+            for (; !done; Sleep(2)) {
+                HWND window = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
+                HWND page = window ? GetWindow(GetDlgItem(window, kTabs), GW_CHILD) : nullptr;
+                for (; page && !outcome.appeared; page = GetWindow(page, GW_HWNDNEXT))
+                    outcome.appeared =
+                        GetDlgItem(page, kPickerTile % kPicker) && IsWindowVisible(page);
+                if (!outcome.appeared) continue;
+                outcome.seenAt = failingHeap.allocations;
+                PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                return;
+            }
+        });
+        failingHeap.Arm(failAt);
+        outcome.filled = RunModal();
+        failingHeap.Disarm();
+        done = true;
+        cancelling.join();
+        EXPECT_FALSE(outcome.filled) << "failing allocation " << failAt;
+        EXPECT_EQ(failingHeap.live, 0) << "failing allocation " << failAt << " left blocks";
+        EXPECT_EQ(FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5"), nullptr) << failAt;
+        EXPECT_EQ(ReadWholeFile(path), before) << "failing allocation " << failAt;
+        return outcome;
+    };
+    const Outcome whole = runOnce(0);
+    const long allocations = failingHeap.allocations;
+    ASSERT_TRUE(whole.appeared) << "the dialog did not come up without a failure";
+    ASSERT_GT(whole.seenAt, 20) << "the start allocates its controls and the library";
+    int failedStarts = 0;
+    for (long n = 1; n <= allocations; ++n) {
+        const bool appeared = runOnce(n).appeared;
+        EXPECT_EQ(appeared, n > whole.seenAt) << n << " of " << whole.seenAt << " before it showed";
+        failedStarts += appeared ? 0 : 1;
+    }
+    std::printf("%ld allocations in a run; %d failing ones ended the start\n", allocations,
+                failedStarts);
+}
+
+// Each command's allocation `failAt` (counted from the command) fails while the dialog
+// runs: the driver arms the heap for the dialog's thread, gives the command and answers
+// what it asks. New List: the list, its node. New Color: the colour, its node. Load: the
+// table's palette and its colours (which the load reports itself), then the library's
+// palette, its colours and its node.
+TEST_F(DialogFailureTest, ACommandShortOfMemoryEndsTheDialogAsCancel) {
+    const std::string table = scratch.Path("t.act");
+    WriteWholeFile(table, std::vector<uint8_t>(768, 9));
+    struct Case {
+        int command;
+        long failAt;
+        bool ends;  // false: the load says so itself and the dialog stays
+    } cases[] = {{kNewList, 1, true},  {kNewList, 2, true}, {kNewColor, 1, true},
+                 {kNewColor, 2, true}, {kLoad, 1, false},   {kLoad, 2, false},
+                 {kLoad, 3, true},     {kLoad, 4, true},    {kLoad, 5, true}};
+    const std::thread::id dialogThread = std::this_thread::get_id();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "command " << c.command << ", allocation " << c.failAt);
+        bool stayed = false;
+        std::string alert;
+        EXPECT_TRUE(WithDialog([&] { EXPECT_FALSE(RunModal()); },
+                               [&](DialogDriver& d) {
+                                   failingHeap.Arm(c.failAt, dialogThread);
+                                   d.Command(c.command, true);
+                                   if (c.command == kLoad)
+                                       d.AnswerFileDialog("Load Palette", table);
+                                   if (c.command == kNewList)
+                                       d.AnswerPrompt("Create new color list", "Named");
+                                   if (c.command == kNewColor)
+                                       d.AnswerPrompt("Create a new color", "Named");
+                                   if (FindWindowA(MAKEINTATOM(0x8002), "ALERT"))
+                                       alert = d.AnswerMessageBox("ALERT", IDOK);
+                                   for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
+                                   stayed = IsWindow(d.dialog) != FALSE;
+                               }));
+        failingHeap.Disarm();
+        EXPECT_EQ(stayed, !c.ends);
+        EXPECT_EQ(alert, c.ends ? "" : "Could Not Load Palette");
+        EXPECT_EQ(failingHeap.live, 0) << "blocks left allocated";
+        EXPECT_EQ(ReadWholeFile(path), before) << "nothing was added to the library";
+    }
 }
 
 }  // namespace
