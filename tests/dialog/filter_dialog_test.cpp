@@ -43,13 +43,11 @@ const Bytes kEmptyLibrary = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', '
 uint32_t Rgb(const Rgb8& c) {
     return (c.red << 16) | (c.green << 8) | c.blue;
 }
-int Sizing() {  // byte 0 of the "Sizing" value, -1 without one
-    BYTE bytes[5] = {};
+int Sizing() {  // byte 0 of the "Sizing" value, 0xFF without one
+    BYTE bytes[5] = {0xFF};
     DWORD size = sizeof bytes;
-    return RegGetValueA(HKEY_CURRENT_USER, kKey, "Sizing", RRF_RT_REG_BINARY, nullptr, bytes,
-                        &size) == ERROR_SUCCESS
-               ? bytes[0]
-               : -1;
+    RegGetValueA(HKEY_CURRENT_USER, kKey, "Sizing", RRF_RT_REG_BINARY, nullptr, bytes, &size);
+    return bytes[0];
 }
 int ClientRight(const DialogDriver& d) {  // the dialog ends 7 pixels past its last control
     RECT client = {};
@@ -60,12 +58,9 @@ uint32_t Middle(const DialogDriver& d, int control) {
     const RECT place = d.Place(control);
     return d.Pixel(control, (place.right - place.left) / 2, (place.bottom - place.top) / 2);
 }
-uint32_t Tile(const DialogDriver& d, int control, int row, int column) {  // 1 pixel a cell
-    return d.Pixel(control, 4 + column, 4 + row);
-}
 bool NoneCameUp(const DialogDriver& d, const char* caption) {
     d.Settle();
-    return FindWindowA(MAKEINTATOM(0x8002), caption) == nullptr;
+    return FindWindowA(kDialogClass, caption) == nullptr;
 }
 
 // A private plug-ins folder for the library file, the real plug-in in our host's session,
@@ -124,7 +119,6 @@ TEST_F(DialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
         [&](DialogDriver& d) {
             EXPECT_EQ(d.Text(kListButton), "none");
             EXPECT_TRUE(d.Rows().empty());
-            EXPECT_EQ(SendMessageA(d.Item(kTabs), TCM_GETCURSEL, 0, 0), 0);
             EXPECT_TRUE(IsWindowVisible(d.picker) && !IsWindowVisible(d.pattern));
             EXPECT_FALSE(d.Visible(kConvert) || d.Visible(kConvertText));
             EXPECT_TRUE(d.Visible(kForeBack));
@@ -135,7 +129,7 @@ TEST_F(DialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
             MapDialogRect(d.dialog, &units);
             EXPECT_EQ(units.right, 536);
             EXPECT_EQ(units.bottom, 13);
-            EXPECT_EQ(Tile(d, kPickerTile, 0, 0) | Tile(d, kPreview, 1, 1), 0u) << "zero tile";
+            EXPECT_EQ(d.Pixel(kPickerTile, 4, 4) | d.Pixel(kPreview, 5, 5), 0u) << "zero tile";
             EXPECT_EQ(d.Text(kGridSize), "2x2");
             EXPECT_EQ(d.Text(kPaletteName), "Web Safe Palette");
             d.Screenshot("dialog_color_picker_first_run");
@@ -187,9 +181,9 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
             d.Mouse(kSliders, WM_LBUTTONUP, 38 + 64, y);
         }
         d.Settle();
-        EXPECT_EQ(Tile(d, kPickerTile, 0, 0), 0x666666u);
-        EXPECT_EQ(Tile(d, kPickerTile, 0, 1), 0x999999u);
-        EXPECT_EQ(Tile(d, kPreview, 1, 1), 0x666666u);
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 4), 0x666666u);
+        EXPECT_EQ(d.Pixel(kPickerTile, 5, 4), 0x999999u);
+        EXPECT_EQ(d.Pixel(kPreview, 5, 5), 0x666666u);
         EXPECT_EQ(Middle(d, kShownColor), 0x808080u);
 
         d.SelectRow(1);  // Grey3: the convert state
@@ -198,9 +192,9 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
         d.Press(kConvert);
         EXPECT_FALSE(d.Visible(kConvert));
         EXPECT_EQ(d.Text(kGridSize), "2x2");
-        EXPECT_EQ(Tile(d, kPickerTile, 1, 0), 0x999999u) << "mean 142 gives the solid 153 tile";
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 5), 0x999999u) << "mean 142 gives the solid 153 tile";
         d.SelectRow(0);  // back to Red: the tile made by the sliders is still there
-        EXPECT_EQ(Tile(d, kPickerTile, 0, 0), 0x666666u);
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 4), 0x666666u);
 
         d.Command(3001);  // the second list from the list menu
         EXPECT_EQ(d.Text(kListButton), "Second");
@@ -271,7 +265,7 @@ TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
             d.Mouse(kSwatches, WM_LBUTTONUP, 4 + 5 * 9 + 1, 9);
             cell(0, 1);
             EXPECT_EQ(shown(0, 1), 0x0000FFu);
-            EXPECT_EQ(Tile(d, kPreview, 0, 1), 0x0000FFu);
+            EXPECT_EQ(d.Pixel(kPreview, 5, 4), 0x0000FFu);
             tool(2);  // the eraser lays the back colour, white
             EXPECT_EQ(field(0), 0xFFFFFFu);
             EXPECT_EQ(field(2), 0u);
@@ -342,14 +336,10 @@ TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
     }
     EXPECT_EQ(image.pixels[3 * 1 + 2], 0xFF) << "pixel (0, 1) is the blue cell";
     EXPECT_EQ(image.pixels[3 * (16 * 4 + 4) + 2], 0xB4) << "the tile repeats every 4 pixels";
-    // The colour dialog's 16 custom colours are kept, the one added first.
-    DWORD value = 0, size = sizeof value;
-    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 0", RRF_RT_ANY, nullptr, &value,
-                           &size) |
-                  RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 15", RRF_RT_ANY, nullptr,
-                               nullptr, nullptr),
-              ERROR_SUCCESS);
+    DWORD value = 0, size = sizeof value;  // the 16 custom colours kept, the added one first
+    RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 0", RRF_RT_ANY, nullptr, &value, &size);
     EXPECT_EQ(value, 0x1E140Au);
+    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 15", RRF_RT_ANY, 0, 0, 0), 0);
 }
 
 // More than 50 lists: the menu shows 50 and the 50th is in force. A damaged library:
@@ -599,7 +589,7 @@ TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLib
         // (Wine may flash the window of a dialog that ended in its start.)
         std::thread cancelling([&] {
             for (; !done; Sleep(2)) {
-                HWND window = FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5");
+                HWND window = FindWindowA(kDialogClass, "Tessellum 1.5");
                 HWND page = window ? GetWindow(GetDlgItem(window, kTabs), GW_CHILD) : nullptr;
                 for (; page && !outcome.appeared; page = GetWindow(page, GW_HWNDNEXT))
                     outcome.appeared =
@@ -617,7 +607,7 @@ TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLib
         cancelling.join();
         EXPECT_FALSE(outcome.filled) << "failing allocation " << failAt;
         EXPECT_EQ(failingHeap.live, 0) << "failing allocation " << failAt << " left blocks";
-        EXPECT_EQ(FindWindowA(MAKEINTATOM(0x8002), "Tessellum 1.5"), nullptr) << failAt;
+        EXPECT_EQ(FindWindowA(kDialogClass, "Tessellum 1.5"), nullptr) << failAt;
         EXPECT_EQ(ReadWholeFile(path), before) << "failing allocation " << failAt;
         return outcome;
     };
@@ -655,21 +645,17 @@ TEST_F(DialogFailureTest, ACommandShortOfMemoryEndsTheDialogAsCancel) {
         SCOPED_TRACE(testing::Message() << "command " << c.command << ", allocation " << c.failAt);
         bool stayed = false;
         std::string alert;
-        EXPECT_TRUE(WithDialog([&] { EXPECT_FALSE(RunModal()); },
-                               [&](DialogDriver& d) {
-                                   failingHeap.Arm(c.failAt, dialogThread);
-                                   d.Command(c.command, true);
-                                   if (c.command == kLoad)
-                                       d.AnswerFileDialog("Load Palette", table);
-                                   if (c.command == kNewList)
-                                       d.AnswerPrompt("Create new color list", "Named");
-                                   if (c.command == kNewColor)
-                                       d.AnswerPrompt("Create a new color", "Named");
-                                   if (FindWindowA(MAKEINTATOM(0x8002), "ALERT"))
-                                       alert = d.AnswerMessageBox("ALERT", IDOK);
-                                   for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
-                                   stayed = IsWindow(d.dialog) != FALSE;
-                               }));
+        const auto command = [&](DialogDriver& d) {
+            failingHeap.Arm(c.failAt, dialogThread);
+            d.Command(c.command, true);
+            if (c.command == kLoad) d.AnswerFileDialog("Load Palette", table);
+            if (c.command == kNewList) d.AnswerPrompt("Create new color list", "Named");
+            if (c.command == kNewColor) d.AnswerPrompt("Create a new color", "Named");
+            if (FindWindowA(kDialogClass, "ALERT")) alert = d.AnswerMessageBox("ALERT", IDOK);
+            for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
+            stayed = IsWindow(d.dialog) != FALSE;
+        };
+        EXPECT_TRUE(WithDialog([&] { EXPECT_FALSE(RunModal()); }, command));
         failingHeap.Disarm();
         EXPECT_EQ(stayed, !c.ends);
         EXPECT_EQ(alert, c.ends ? "" : "Could Not Load Palette");
