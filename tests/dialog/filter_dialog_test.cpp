@@ -37,6 +37,7 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 using Rows = std::vector<std::string>;
+using Seen = std::pair<std::string, std::string>;  // a prompt's line and its initial text
 constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
 const Bytes kEmptyLibrary = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'};
 
@@ -222,9 +223,9 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
     EXPECT_EQ(Rgb(grey->cells.Cell(2, 2)), 0xFFFFFFu) << "cells outside the 2x2 corner stay";
 }
 
-// Both pages' controls as a click reaches them, in one run. The picker: the back box loads
-// the host's background colour. Pattern Fill: the pencil selected from the start; swatch, pencil,
-// eraser and eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
+// Both pages' controls as a click reaches them, in one run: the back box loads the host's
+// background colour; the pencil is selected from the start; swatches, pencil, eraser and
+// eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
 // the colour pair swaps, resets and picks through the system colour dialog, whose custom
 // colours are kept; an empty swatch of a short palette takes no click. Fill lays the tile.
 TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
@@ -389,11 +390,10 @@ TEST_F(DialogTest, ListsAndColorsMadeNamedAndDeletedFromNothing) {
                     NoneCameUp(d, "Export List"));
         // New Color with no list asks for a list first; Cancel at the colour leaves it empty.
         d.Command(kNewColor, true);
-        EXPECT_EQ(
-            d.AnswerPrompt("Create new color list", "Spring", true, "name_prompt"),
-            std::make_pair(std::string("Enter new color list name"), std::string("New List")));
+        EXPECT_EQ(d.AnswerPrompt("Create new color list", "Spring", true, "name_prompt"),
+                  Seen("Enter new color list name", "New List"));
         EXPECT_EQ(d.AnswerPrompt("Create a new color", "", false),
-                  std::make_pair(std::string("Enter new color name"), std::string("New Color")));
+                  Seen("Enter new color name", "New Color"));
         EXPECT_EQ(d.Text(kListButton), "Spring");
         EXPECT_TRUE(d.Rows().empty());
         // Name Color with no row selected makes a colour; a new colour stands last and
@@ -409,7 +409,7 @@ TEST_F(DialogTest, ListsAndColorsMadeNamedAndDeletedFromNothing) {
         d.SelectRow(1);
         d.Command(kNameColor, true);
         EXPECT_EQ(d.AnswerPrompt("Name Color", std::string(260, 'x')),
-                  std::make_pair(std::string("Enter new name"), std::string("Sky")));
+                  Seen("Enter new name", "Sky"));
         EXPECT_EQ(d.Rows(), (Rows{"Leaf", std::string(253, 'x')}));
         EXPECT_EQ(d.SelectedRow(), 1);
         d.Command(kNameColor, true);
