@@ -28,6 +28,7 @@ enum : int { kGridSize = kPattern + 1016, kLoad, kUnload, kPaletteName, kEditor 
 enum : int { kSwatches = kPattern + 1032, kTools, kPair };
 
 inline const char* const kDialogClass = MAKEINTATOM(0x8002);
+using Seen = std::pair<std::string, std::string>;  // a prompt's line and its initial text
 
 // A visible dialog window of `thread` with this caption, within 10 seconds.
 inline HWND WaitForWindow(DWORD thread, const char* caption, bool quiet = false) {
@@ -166,27 +167,25 @@ struct DialogDriver {
     }
     // Answers the name prompt at the keyboard: types `typed` (Backspace for an empty
     // name) and Enter, or Escape. Gives the prompt's line and initial text.
-    std::pair<std::string, std::string> AnswerPrompt(const char* caption, const std::string& typed,
-                                                     bool ok = true,
-                                                     const char* shot = nullptr) const {
+    Seen AnswerPrompt(const char* caption, const std::string& typed, bool ok = true,
+                      const char* shot = nullptr) const {
         HWND prompt = Wait(caption);
         if (!prompt) return {};
         Sleep(100);  // its first paint, for the picture
         if (shot) {
             EXPECT_FALSE(SaveScreenshot(prompt, shot).empty()) << shot;
         }
-        const std::pair<std::string, std::string> seen = {WindowText(GetDlgItem(prompt, 1001)),
-                                                          WindowText(GetDlgItem(prompt, 1000))};
+        const Seen seen = {WindowText(GetDlgItem(prompt, 1001)),
+                           WindowText(GetDlgItem(prompt, 1000))};
         if (ok && typed.empty()) Keys("", VK_BACK);  // the selected name goes
         if (ok && !typed.empty()) Keys(typed);
         Keys("", ok ? VK_RETURN : VK_ESCAPE);
         Close(prompt, 0);
         return seen;
     }
-    // Presses `button` in the message box; gives its text ("" if none came up).
+    // Presses `button` in the message box; gives its text.
     std::string AnswerMessageBox(const char* caption, int button) const {
         HWND box = Wait(caption);
-        if (!box) return "";
         std::string text;
         for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             char kind[32] = {};
@@ -229,7 +228,6 @@ struct DialogDriver {
     std::string AnswerColorDialog(int red, int green, int blue, bool ok) const {
         enum { kRed = 706, kGreen = 707, kBlue = 708, kAdd = 712 };  // the published ids
         HWND box = Wait("Color");
-        if (!box) return "";
         Sleep(150);  // its start-up and first paint
         std::string shown;
         const std::pair<int, int> values[] = {{kRed, red}, {kGreen, green}, {kBlue, blue}};

@@ -36,7 +36,6 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 using Rows = std::vector<std::string>;
-using Seen = std::pair<std::string, std::string>;  // a prompt's line and its initial text
 constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
 const Bytes kEmptyLibrary = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'};
 
