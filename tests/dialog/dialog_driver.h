@@ -1,87 +1,277 @@
-// The main dialog driven as a user drives it, from a second thread while the real plug-in
-// runs the real modal dialog in our host's session on the test's thread: clicks and keys
-// are window messages to the real windows, and what a user would see is read back from
-// them (texts, list rows, visibility, pixels on the screen).
+// The main dialog driven as a user drives it, from a second thread while the dialog runs
+// modal on the test's thread: clicks and keys are window messages to the real windows
+// (the prompts get real keystrokes), and what a user sees is read back from them.
 #pragma once
 
 #include <windows.h>
+#include <commctrl.h>  // after windows.h
+#include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
-#include "tools/host/filter_host.h"
+#include "tests/support/screenshot.h"
 
 namespace tessellum::test {
 
-class DialogDriver {
-public:
-    HWND dialog = nullptr;
-    HWND tabs = nullptr;
-    HWND picker = nullptr;   // the Color Picker page
-    HWND pattern = nullptr;  // the Pattern Fill page
+// A control or a command: the window it belongs to (the dialog or one of its two pages)
+// plus its id, so that one number names both.
+enum : int { kPicker = 100000, kPattern = 200000 };
+enum : int { kSizing = 1001, kNameColor, kNewColor, kListButton, kTabs = 1008, kPreview = 1023 };
+enum : int { kColorBox = 1026, kNewList = 40001, kNameList, kDeleteList, kImport = 40015, kExport };
+enum : int { kConvert = kPicker + 1019, kConvertText = kPicker + 1022, kSliders = kPicker + 1024 };
+enum : int { kPickerTile = kPicker + 1030, kShownColor, kForeBack = kPicker + 1035 };
+enum : int { kGridSize = kPattern + 1016, kLoad, kUnload, kPaletteName, kEditor = kPattern + 1025 };
+enum : int { kSwatches = kPattern + 1032, kTools, kPair };
 
-    // Sends a message and waits until the dialog's thread has handled it.
-    LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    // Lets posted messages (the repaint after an erase) arrive and be handled.
-    void Settle() const;
+inline const char* const kDialogClass = MAKEINTATOM(0x8002);
+using Seen = std::pair<std::string, std::string>;  // a prompt's line and its initial text
 
-    void Press(HWND parent, int id) const;    // a click on a push button
-    void Command(HWND window, int id) const;  // as a menu item sends it
-    // A mouse message as the page gets it; a move carries MK_LBUTTON when `held`.
-    void Mouse(HWND page, UINT message, int x, int y, bool held = false) const;
-    void Click(HWND page, int x, int y) const;  // down and up
-    // Two clicks in the double-click time: the second press comes as WM_LBUTTONDBLCLK.
-    void DoubleClick(HWND page, int x, int y) const;
-    void ChooseTab(int index) const;  // a click on the tab
-    void SelectRow(int row) const;    // a click on a row of the colour list box
+// A visible dialog window of `thread` with this caption, within 10 seconds.
+inline HWND WaitForWindow(DWORD thread, const char* caption, bool quiet = false) {
+    for (int i = 0; i < 500; ++i, Sleep(20)) {
+        HWND found = FindWindowA(kDialogClass, caption);
+        if (found && IsWindowVisible(found) && GetWindowThreadProcessId(found, nullptr) == thread)
+            return found;
+    }
+    if (!quiet) ADD_FAILURE() << "no window \"" << caption << "\" came up";
+    return nullptr;
+}
 
-    // Commands and keys that open a modal window (a prompt, a question, a file dialog)
-    // are posted: the driver answers that window while the dialog waits for it.
-    void PostCommand(HWND window, int id) const;
-    void PostKey(HWND window, UINT key) const;  // down and up
-    // Answers the name prompt with this caption at the keyboard, as a user does: types
-    // `typed` (Backspace for an empty name), then Enter, or Escape when `ok` is false.
-    // Returns the prompt's line and its initial text. With `shot`, saves a screenshot of
-    // it first.
-    struct PromptSeen {
-        std::string line, initial;
-    };
-    PromptSeen AnswerPrompt(const char* caption, const std::string& typed, bool ok = true,
-                            const char* shot = nullptr) const;
-    // Presses `button` (IDYES, IDNO, IDOK) in the message box with this caption and
-    // returns its text ("" if none came up).
-    std::string AnswerMessageBox(const char* caption, int button) const;
-    // Types `path` into the file dialog with this title and presses its OK, or Cancel
-    // for an empty path. Returns the file name it offered at first. With `replace`, the
-    // file exists: the question whether to replace it must come up, and gets Yes.
+inline std::string WindowText(HWND window) {
+    char text[600] = {};
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+// Real keystrokes into the system's input: they go to the window that has the focus.
+inline void Keys(const std::string& text, WORD key = 0) {
+    std::vector<INPUT> strokes(2 * (key ? 1 : text.size()));
+    for (size_t i = 0; i < strokes.size(); ++i) {
+        strokes[i].type = INPUT_KEYBOARD;
+        strokes[i].ki.wVk = key;
+        strokes[i].ki.wScan = key ? 0 : static_cast<unsigned char>(text[i / 2]);
+        strokes[i].ki.dwFlags = (key ? 0 : KEYEVENTF_UNICODE) | (i % 2 ? KEYEVENTF_KEYUP : 0);
+    }
+    const UINT count = static_cast<UINT>(strokes.size());
+    EXPECT_EQ(SendInput(count, strokes.data(), sizeof(INPUT)), count);
+    Sleep(50);
+}
+
+inline BOOL CALLBACK FindEdit(HWND child, LPARAM found) {  // stops at the first edit field
+    char kind[16] = {};
+    GetClassNameA(child, kind, sizeof kind);
+    if (lstrcmpiA(kind, "Edit") != 0) return TRUE;
+    *reinterpret_cast<HWND*>(found) = child;
+    return FALSE;
+}
+
+struct DialogDriver {
+    HWND dialog = nullptr, picker = nullptr, pattern = nullptr;
+
+    HWND Page(int control) const {
+        return control >= kPattern ? pattern : control >= kPicker ? picker : dialog;
+    }
+    HWND Item(int control) const { return GetDlgItem(Page(control), control % kPicker); }
+    std::string Text(int control) const { return WindowText(Item(control)); }
+    bool Visible(int control) const { return IsWindowVisible(Item(control)) != FALSE; }
+    RECT Place(int control) const {  // in its page's client area
+        RECT rect = {};
+        GetWindowRect(Item(control), &rect);
+        MapWindowPoints(nullptr, Page(control), reinterpret_cast<POINT*>(&rect), 2);
+        return rect;
+    }
+    uint32_t Pixel(int control, int x, int y) const {  // 0x00RRGGBB on the screen
+        const RECT place = Place(control);
+        POINT point = {place.left + x, place.top + y};
+        ClientToScreen(Page(control), &point);
+        HDC screen = GetDC(nullptr);
+        const std::vector<uint32_t> pixels = CapturePixels(screen, point.x, point.y, 1, 1);
+        ReleaseDC(nullptr, screen);
+        return pixels.empty() ? 0xFFFFFFFF : pixels[0];
+    }
+    std::vector<std::string> Rows() const {
+        std::vector<std::string> rows;
+        for (LRESULT row = 0; row < SendMessageA(Item(kColorBox), LB_GETCOUNT, 0, 0); ++row) {
+            char text[300] = {};
+            SendMessageA(Item(kColorBox), LB_GETTEXT, row, reinterpret_cast<LPARAM>(text));
+            rows.emplace_back(text);
+        }
+        return rows;
+    }
+    int SelectedRow() const { return int(SendMessageA(Item(kColorBox), LB_GETCURSEL, 0, 0)); }
+    void Screenshot(const std::string& name) const {
+        EXPECT_FALSE(SaveScreenshot(dialog, name).empty()) << name;
+    }
+
+    // Lets posted messages arrive and be handled: a sent message returns once the
+    // dialog's thread is back in its loop; the posted repaints come after the erase.
+    void Settle() const {
+        for (int round = 0; round < 3; ++round, Sleep(30)) SendMessageA(dialog, WM_NULL, 0, 0);
+    }
+    void Press(int button) const {  // a click on a push button
+        SendMessageA(Item(button), BM_CLICK, 0, 0);
+        Settle();
+    }
+    // As a menu sends it; a posted command may open a modal window, for the driver to answer.
+    void Command(int command, bool post = false) const {
+        if (post) PostMessageA(Page(command), WM_COMMAND, command % kPicker, 0);
+        if (!post) SendMessageA(Page(command), WM_COMMAND, command % kPicker, 0);
+        Settle();
+    }
+    void PostKey(int control, UINT key) const {
+        PostMessageA(Item(control), WM_KEYDOWN, key, 1);
+        PostMessageA(Item(control), WM_KEYUP, key, 0xC0000001);
+    }
+    // A mouse message at (x, y) from the control's corner, as its page gets it; posted when
+    // it opens a modal window.
+    void Mouse(int control, UINT message, int x, int y, bool held = false,
+               bool post = false) const {
+        const RECT place = Place(control);
+        const bool down = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || held;
+        const LPARAM point = MAKELPARAM(place.left + x, place.top + y);
+        if (post) PostMessageA(Page(control), message, down ? MK_LBUTTON : 0, point);
+        if (!post) SendMessageA(Page(control), message, down ? MK_LBUTTON : 0, point);
+    }
+    void Click(int control, int x, int y, bool twice = false, bool post = false) const {
+        for (int i = 0; i < (twice ? 2 : 1); ++i) {
+            Mouse(control, i ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN, x, y, false, post);
+            Mouse(control, WM_LBUTTONUP, x, y, false, post);
+        }
+        if (!post) Settle();
+    }
+    void ClickItem(int control, UINT placeMessage, int index) const {  // a tab or a row
+        RECT item = {};
+        SendMessageA(Item(control), placeMessage, index, reinterpret_cast<LPARAM>(&item));
+        const LPARAM point = MAKELPARAM((item.left + item.right) / 2, (item.top + item.bottom) / 2);
+        SendMessageA(Item(control), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageA(Item(control), WM_LBUTTONUP, 0, point);
+        Settle();
+    }
+    void ChooseTab(int index) const { ClickItem(kTabs, TCM_GETITEMRECT, index); }
+    void SelectRow(int row) const { ClickItem(kColorBox, LB_GETITEMRECT, row); }
+
+    HWND Wait(const char* caption) const {
+        return WaitForWindow(GetWindowThreadProcessId(dialog, nullptr), caption);
+    }
+    // Presses the button (0: none) of a modal window and waits for it to go, then for the
+    // dialog to handle what followed.
+    void Close(HWND window, int button) const {
+        if (button) PostMessageA(window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
+        for (int i = 0; i < 500 && IsWindow(window); ++i) Sleep(20);
+        EXPECT_FALSE(IsWindow(window)) << "the modal window stayed open";
+        Settle();
+    }
+    // Answers the name prompt at the keyboard: types `typed` (Backspace for an empty
+    // name) and Enter, or Escape. Gives the prompt's line and initial text.
+    Seen AnswerPrompt(const char* caption, const std::string& typed, bool ok = true,
+                      const char* shot = nullptr) const {
+        HWND prompt = Wait(caption);
+        if (!prompt) return {};
+        Sleep(100);  // its first paint, for the picture
+        if (shot) {
+            EXPECT_FALSE(SaveScreenshot(prompt, shot).empty()) << shot;
+        }
+        const Seen seen = {WindowText(GetDlgItem(prompt, 1001)),
+                           WindowText(GetDlgItem(prompt, 1000))};
+        if (ok && typed.empty()) Keys("", VK_BACK);  // the selected name goes
+        if (ok && !typed.empty()) Keys(typed);
+        Keys("", ok ? VK_RETURN : VK_ESCAPE);
+        Close(prompt, 0);
+        return seen;
+    }
+    // Presses `button` in the message box; gives its text.
+    std::string AnswerMessageBox(const char* caption, int button) const {
+        HWND box = Wait(caption);
+        std::string text;
+        for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            char kind[32] = {};
+            GetClassNameA(child, kind, sizeof kind);
+            if (lstrcmpiA(kind, "Static") == 0 && GetWindowTextLengthA(child) > 0)
+                text = WindowText(child);
+        }
+        Close(box, button);
+        return text;
+    }
+    // Types `path` and presses OK, or Cancel for an empty path; gives the name offered.
+    // With `replace` the question whether to replace the file must come, and gets Yes.
     std::string AnswerFileDialog(const char* title, const std::string& path,
-                                 const char* shot = nullptr, bool replace = false) const;
-    // Sets the system colour dialog to this colour, adds it to the custom colours and
-    // presses OK, or Cancel when `ok` is false. Returns the colour it showed at first as
-    // "red,green,blue".
-    std::string AnswerColorDialog(int red, int green, int blue, bool ok,
-                                  const char* shot = nullptr) const;
-
-    std::string Text(HWND parent, int id) const;
-    bool Visible(HWND parent, int id) const;
-    RECT Place(HWND parent, int id) const;  // the control's outer rectangle in parent's client
-    std::vector<std::string> Rows() const;  // the colour list box
-    int SelectedRow() const;
-    int OuterWidth() const;
-    uint32_t Pixel(HWND window, int x, int y) const;  // 0x00RRGGBB on the screen
-    void Screenshot(const std::string& name) const;
+                                 bool replace = false) const {
+        HWND box = Wait(title);
+        if (!box) return "";
+        Sleep(300);           // the folder view fills in after the window shows
+        HWND name = nullptr;  // the one edit field, inside the file name's combo box
+        EnumChildWindows(box, FindEdit, reinterpret_cast<LPARAM>(&name));
+        EXPECT_TRUE(name != nullptr) << "no file name field in " << title;
+        const std::string offered = WindowText(name);
+        if (name && !path.empty()) {  // typed over the selected name
+            SendMessageA(name, EM_SETSEL, 0, -1);
+            SendMessageA(name, WM_CHAR, VK_BACK, 0);
+            for (char c : path) SendMessageA(name, WM_CHAR, static_cast<unsigned char>(c), 1);
+        }
+        PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
+        HWND question = nullptr;  // it comes up over the file dialog, with its title
+        for (int i = 0; replace && i < 100 && !question; ++i, Sleep(20)) {
+            question = FindWindowExA(nullptr, nullptr, kDialogClass, title);
+            if (question == box) question = FindWindowExA(nullptr, box, kDialogClass, title);
+        }
+        EXPECT_EQ(replace, question != nullptr) << title << ": the question to replace a file";
+        if (question) Close(question, IDYES);
+        Close(box, 0);
+        return offered;
+    }
+    // Sets the colour, adds it to the custom colours and presses OK or Cancel; gives the
+    // colour shown at first as "red,green,blue".
+    std::string AnswerColorDialog(int red, int green, int blue, bool ok) const {
+        enum { kRed = 706, kGreen = 707, kBlue = 708, kAdd = 712 };  // the published ids
+        HWND box = Wait("Color");
+        Sleep(150);  // its start-up and first paint
+        std::string shown;
+        const std::pair<int, int> values[] = {{kRed, red}, {kGreen, green}, {kBlue, blue}};
+        for (const auto& [id, value] : values) {
+            shown += (shown.empty() ? "" : ",") + WindowText(GetDlgItem(box, id));
+            SetDlgItemTextA(box, id, std::to_string(value).c_str());
+        }
+        SendMessageA(box, WM_COMMAND, MAKEWPARAM(kAdd, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box, kAdd)));
+        Close(box, ok ? IDOK : IDCANCEL);
+        return shown;
+    }
 };
 
-// Points the plug-in at FOLDER for its library file (the machine-wide "path" setting in
-// the test's private registry).
-void PointLibraryAt(const std::string& folder);
+// Runs `run`, which shows the dialog on this thread, while `scenario` drives it; cancels
+// the dialog if the scenario leaves it open. False if it never came up.
+inline bool WithDialog(const std::function<void()>& run,
+                       const std::function<void(DialogDriver&)>& scenario) {
+    const DWORD thread = GetCurrentThreadId();
+    std::atomic<bool> appeared{false};
+    std::thread driving([&] {
+        DialogDriver d;
+        if (!(d.dialog = WaitForWindow(thread, "Tessellum 1.5", true))) return;
+        appeared = true;
+        HWND tabs = GetDlgItem(d.dialog, kTabs);
+        for (HWND page = GetWindow(tabs, GW_CHILD); page; page = GetWindow(page, GW_HWNDNEXT)) {
+            if (GetDlgItem(page, kPickerTile % kPicker)) d.picker = page;
+            if (GetDlgItem(page, kEditor % kPicker)) d.pattern = page;
+        }
+        d.Settle();
+        scenario(d);
+        if (IsWindow(d.dialog)) PostMessageA(d.dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    run();
+    driving.join();
+    return appeared;
+}
 
-// Runs the filter on `image` through the real plug-in with the host's own window as
-// parent; `scenario` drives the dialog once it is up. If the scenario leaves the dialog
-// open, it is cancelled. A dialog that never comes up fails the test.
-host::RunReport RunWithDialog(host::FilterSession& session, host::Image& image,
-                              host::RunOptions options,
-                              const std::function<void(DialogDriver&)>& scenario);
+// Points the plug-in at `folder` for its library file (the "path" setting).
+inline void PointLibraryAt(const std::string& folder) {
+    const std::string value = folder + "\\";
+    ASSERT_EQ(RegSetKeyValueA(HKEY_LOCAL_MACHINE, "Software\\Quarry\\Tessellum\\1.x", "path",
+                              REG_SZ, value.c_str(), static_cast<DWORD>(value.size() + 1)),
+              ERROR_SUCCESS);
+}
 
 }  // namespace tessellum::test

@@ -1,128 +1,134 @@
 // The main dialog as a host and a user meet it: our host runs the real plug-in, the real
-// modal dialog comes up over the host's window, and a second thread clicks, drags and
-// reads it back. Each test is one run (or two) of the dialog that checks many facts;
-// afterwards the parameters block, the library file and the registry are read back.
+// modal dialog comes up over the host's window, and a second thread clicks, drags, types
+// and reads it back. Each test is a run or two that checks many facts; afterwards the
+// parameters block, the library file and the registry are read back. Last, the dialog
+// built from the plug-in's sources in this program (its resources taken from the built
+// plug-in) with its allocations failing.
+#include "dialog/filter_dialog.h"
+
 #include <windows.h>
-#include <commctrl.h>  // after windows.h
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "color/allocate.h"
 #include "controls/slider_geometry.h"
+#include "host/dll_instance.h"
 #include "storage/library_file.h"
-#include "tests/dialog/dialog_fixture.h"
+#include "tests/dialog/dialog_driver.h"
+#include "tests/support/failing_heap.h"
 #include "tests/support/library_samples.h"
 #include "tests/support/plugin_path.h"
 #include "tests/support/scratch_directory.h"
+#include "tools/host/filter_host.h"
+#include "tools/host/host_window.h"
+
+namespace tessellum {
+HINSTANCE hDllInstance = nullptr;  // the plug-in's module, for its resources
+}
 
 namespace tessellum::test {
 namespace {
 
+using Bytes = std::vector<uint8_t>;
+using Rows = std::vector<std::string>;
 constexpr char kKey[] = "Software\\Quarry\\Tessellum\\1.x";
+const Bytes kEmptyLibrary = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'};
 
 uint32_t Rgb(const Rgb8& c) {
     return (c.red << 16) | (c.green << 8) | c.blue;
 }
-
-// The registry of the private prefix: "Sizing".
-// -1: no value; else byte 0 of it.
-int Sizing() {
-    BYTE bytes[5] = {};
+int Sizing() {  // byte 0 of the "Sizing" value, 0xFF without one
+    BYTE bytes[5] = {0xFF};
     DWORD size = sizeof bytes;
-    if (RegGetValueA(HKEY_CURRENT_USER, kKey, "Sizing", RRF_RT_REG_BINARY, nullptr, bytes, &size) !=
-        ERROR_SUCCESS)
-        return -1;
+    RegGetValueA(HKEY_CURRENT_USER, kKey, "Sizing", RRF_RT_REG_BINARY, nullptr, bytes, &size);
     return bytes[0];
 }
-
-void SetSizing(int value) {
-    if (value < 0) {
-        RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing");
-        return;
-    }
-    HKEY key = nullptr;
-    RegCreateKeyExA(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    const BYTE bytes[5] = {static_cast<BYTE>(value), 0, 0, 0, 0};
-    RegSetValueExA(key, "Sizing", 0, REG_BINARY, bytes, sizeof bytes);
-    RegCloseKey(key);
+int ClientRight(const DialogDriver& d) {  // the dialog ends 7 pixels past its last control
+    RECT client = {};
+    GetClientRect(d.dialog, &client);
+    return client.right - 7;
 }
-
-class FilterDialogTest : public DialogRunTest {};
-
-// The slider panel's place on the Color Picker page, as the dialog derives it.
-struct Sliders {
-    int32_t x, y;
-    int32_t RowTop(int row) const { return y + 25 * row; }
-};
-Sliders SlidersOf(const DialogDriver& d) {
-    const RECT place = d.Place(d.picker, 1024);
-    return {place.left + 38, place.top + 20};
+uint32_t Middle(const DialogDriver& d, int control) {
+    const RECT place = d.Place(control);
+    return d.Pixel(control, (place.right - place.left) / 2, (place.bottom - place.top) / 2);
 }
-
-// A drag of one thumb from `from` to `to`, as the mouse does it.
-void Drag(const DialogDriver& d, int row, uint8_t from, uint8_t to) {
-    const Sliders s = SlidersOf(d);
-    const int32_t y = s.RowTop(row) + 13;
-    d.Mouse(d.picker, WM_LBUTTONDOWN, ThumbLeft(s.x, from) + 5, y);
-    d.Mouse(d.picker, WM_MOUSEMOVE, s.x + to / 2, y);
-    d.Mouse(d.picker, WM_LBUTTONUP, s.x + to / 2, y);
+bool NoneCameUp(const DialogDriver& d, const char* caption) {
     d.Settle();
+    return FindWindowA(kDialogClass, caption) == nullptr;
 }
 
-// The tile on the Color Picker page: cell (i, j) of a 2x2 tile at pixel (4 + j, 4 + i).
-uint32_t PickerCell(const DialogDriver& d, int row, int column) {
-    const RECT place = d.Place(d.picker, 1030);
-    return d.Pixel(d.picker, place.left + 4 + column, place.top + 4 + row);
-}
-uint32_t MainPreviewCell(const DialogDriver& d, int row, int column) {
-    const RECT place = d.Place(d.dialog, 1023);
-    return d.Pixel(d.dialog, place.left + 4 + column, place.top + 4 + row);
-}
+// A private plug-ins folder for the library file, the real plug-in in our host's session,
+// a small grey image, and the parameters block carried from one run to the next.
+class DialogTest : public ::testing::Test {
+protected:
+    void SetUp() override { PointLibraryAt(folder); }
 
-TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
-    SetSizing(-1);
-    // This host skips Parameters: Start makes the block itself and asks the dialog.
-    host::RunOptions skipsParameters;
+    host::RunReport Run(const std::function<void(DialogDriver&)>& scenario,
+                        host::RunOptions options = {}) {
+        image.width = image.height = 16;
+        image.planes = 3;
+        image.pixels.assign(16 * 16 * 3, 0x80);
+        if (!block.empty()) session.SetParametersBlock(block);
+        options.parent = host::MakeHostWindow("dialog test");
+        host::RunReport report;
+        EXPECT_TRUE(WithDialog([&] { report = session.Run(image, options); }, scenario))
+            << "the dialog did not come up";
+        DestroyWindow(options.parent);
+        block = session.ParametersBlock();
+        return report;
+    }
+    std::unique_ptr<ColorLibrary> Saved() {
+        return std::unique_ptr<ColorLibrary>(LibraryFile().ReadLibrary(libraryPath.c_str()));
+    }
+    void Save(const ColorLibrary& library) {
+        LibraryFile().WriteLibrary(&library, libraryPath.c_str());
+    }
+    uint32_t BlockCell(int row, int column) const {  // of the stored parameters block
+        const uint8_t* cell = block.data() + 5 + (row * 8 + column) * 3;
+        return (cell[0] << 16) | (cell[1] << 8) | cell[2];
+    }
+    // A colour table whose colour i is (i, 255 - i, 7i), `size` bytes long.
+    std::string WriteColorTable(const std::string& name, size_t size) {
+        Bytes bytes(size, 0xEE);
+        for (size_t i = 0; 3 * i + 2 < size && i < 256; ++i)
+            bytes[3 * i] = i, bytes[3 * i + 1] = 255 - i, bytes[3 * i + 2] = 7 * i;
+        WriteWholeFile(scratch.Path(name), bytes);
+        return scratch.Path(name);
+    }
+
+    ScratchDirectory scratch;
+    std::string folder = scratch.Path("plug-ins folder");
+    std::string libraryPath = folder + "\\Tessellum.dat";
+    host::PluginLibrary plugin{PluginPath()};
+    host::FilterSession session{plugin};
+    host::Image image;
+    Bytes block;
+};
+
+TEST_F(DialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTile) {
+    RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing");
+    host::RunOptions skipsParameters;  // Start makes the block itself and asks the dialog
     skipsParameters.repeat = true;
     const host::RunReport report = Run(
         [&](DialogDriver& d) {
-            char title[64] = {};
-            GetWindowTextA(d.dialog, title, sizeof title);
-            EXPECT_STREQ(title, "Tessellum 1.5");
-            EXPECT_EQ(GetWindowLongA(d.dialog, GWL_STYLE) & WS_SYSMENU, 0);
-            EXPECT_EQ(d.Text(d.dialog, 1004), "none");
-            EXPECT_TRUE(d.Rows().empty());
-            EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 0);
-            EXPECT_EQ(d.Send(d.tabs, TCM_GETITEMCOUNT), 2);
-            EXPECT_TRUE(IsWindowVisible(d.picker));
-            EXPECT_FALSE(IsWindowVisible(d.pattern));
-            // Sliders state: no Convert, the Fore / Back label shown.
-            EXPECT_FALSE(d.Visible(d.picker, 1019));
-            EXPECT_FALSE(d.Visible(d.picker, 1022));
-            EXPECT_TRUE(d.Visible(d.picker, 1035));
-            // Expanded: the dialog ends 7 pixels right of the tab control, frame included.
-            RECT outer = {}, client = {};
-            GetWindowRect(d.dialog, &outer);
-            GetClientRect(d.dialog, &client);
-            const int frame = (outer.right - outer.left) - client.right;
-            EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
+            EXPECT_EQ(d.Text(kListButton), "none");
+            EXPECT_TRUE(IsWindowVisible(d.picker) && !IsWindowVisible(d.pattern));
+            EXPECT_TRUE(d.Visible(kForeBack) && !d.Visible(kConvert) && !d.Visible(kConvertText));
+            EXPECT_EQ(ClientRight(d), d.Place(kTabs).right) << "expanded";
             // Windows' metrics: "MS Sans Serif" 8 gives base units of 6 x 13 pixels, so the
             // template's 357 units are 536 pixels (a wider stand-in font makes them 626).
             RECT units = {0, 0, 357, 8};
             MapDialogRect(d.dialog, &units);
             EXPECT_EQ(units.right, 536);
             EXPECT_EQ(units.bottom, 13);
-            // The zero tile: black previews.
-            EXPECT_EQ(PickerCell(d, 0, 0), 0u);
-            EXPECT_EQ(MainPreviewCell(d, 1, 1), 0u);
-            EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
-            EXPECT_EQ(d.Text(d.pattern, 1019), "Web Safe Palette");
-            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(d.pattern, 1018)));
+            EXPECT_EQ(d.Pixel(kPickerTile, 4, 4) | d.Pixel(kPreview, 5, 5), 0u) << "zero tile";
             d.Screenshot("dialog_color_picker_first_run");
-            d.Press(d.dialog, IDOK);
+            d.Press(IDOK);
         },
         skipsParameters);
     EXPECT_EQ(report.result, 0);
@@ -133,51 +139,14 @@ TEST_F(FilterDialogTest, FirstRunOpensExpandedOnTheColorPickerAndFillsTheZeroTil
     EXPECT_EQ(Bytes(block.begin() + 5, block.begin() + 197), Bytes(192, 0));
     EXPECT_EQ(image.pixels[0], 0) << "the zero tile was laid";
     // Teardown wrote an empty library into the folder it made, and "Sizing".
-    EXPECT_EQ(ReadWholeFile(libraryPath),
-              Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+    EXPECT_EQ(ReadWholeFile(libraryPath), kEmptyLibrary);
     EXPECT_EQ(Sizing(), 1);
 }
 
-TEST_F(FilterDialogTest, CollapsedStartAndTheSizingButtonAndCancel) {
-    SetSizing(0);
-    block.assign(198, 0);
-    block[2] = 1;
-    block[4] = 3;
-    block[5] = 0x42;
-    const Bytes stored = block;
-    const host::RunReport report = Run([&](DialogDriver& d) {
-        RECT outer = {}, client = {};
-        GetWindowRect(d.dialog, &outer);
-        GetClientRect(d.dialog, &client);
-        const int frame = (outer.right - outer.left) - client.right;
-        const int collapsed = d.Place(d.dialog, 1001).right + 7 + frame;
-        EXPECT_EQ(d.OuterWidth(), collapsed);
-        d.Screenshot("dialog_collapsed");
-        d.Press(d.dialog, 1001);
-        EXPECT_EQ(d.OuterWidth(), d.Place(d.dialog, 1008).right + 7 + frame);
-        EXPECT_EQ(d.Text(d.dialog, 1001), "-->");
-        // The tabs work after expanding.
-        d.ChooseTab(1);
-        EXPECT_TRUE(IsWindowVisible(d.pattern));
-        d.Press(d.dialog, 1001);
-        EXPECT_EQ(d.OuterWidth(), collapsed);
-        d.Press(d.dialog, IDCANCEL);
-    });
-    EXPECT_EQ(report.result, 1);
-    EXPECT_FALSE(report.filled);
-    ASSERT_EQ(report.calls.size(), 3u) << "Parameters, Prepare, Start; no Continue, no Finish";
-    EXPECT_EQ(report.calls[2].selector, kSelectorStart);
-    const Rect empty = {0, 0, 0, 0};
-    EXPECT_EQ(std::memcmp(&session.record().inRect, &empty, sizeof empty), 0);
-    EXPECT_EQ(std::memcmp(&session.record().outRect, &empty, sizeof empty), 0);
-    EXPECT_EQ(image.pixels, Bytes(16 * 16 * 3, 0x80));
-    EXPECT_EQ(block, stored) << "Cancel leaves the stored tile and the flag as they were";
-    EXPECT_EQ(Sizing(), 0);
-}
-
-// A library colour in force: the sliders write into it, Convert collapses a 3x3 one,
-// and Cancel keeps every edit in the file while the stored tile stays.
-TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThem) {
+// A collapsed start, then a library colour in force: the sliders write into it, Convert
+// collapses a 3x3 one, and Cancel keeps every edit in the file while the stored tile,
+// the image and the host's rectangles stay.
+TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
     {
         ColorLibrary library;
         ColorList* web = AddList(library, "Web");
@@ -187,60 +156,60 @@ TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThe
             grey->cells.Cell(i / 3, i % 3) = i % 2 == 0 ? Rgb8{255, 255, 255} : Rgb8{0, 0, 0};
         std::memset(&AddColor(*AddList(library, "Second"), "Solid", 2, 3)->cells, 0x40,
                     sizeof(Pattern));
-        SaveLibraryFile(library);
+        Save(library);
     }
-    SetSizing(1);
+    const BYTE collapsed[5] = {0};
+    RegSetKeyValueA(HKEY_CURRENT_USER, kKey, "Sizing", REG_BINARY, collapsed, sizeof collapsed);
+    block.assign(198, 0);
+    block[2] = 1, block[4] = 3, block[5] = 0x42;
+    const Bytes stored = block;
     const host::RunReport report = Run([&](DialogDriver& d) {
-        EXPECT_EQ(d.Text(d.dialog, 1004), "Web");
-        EXPECT_EQ(d.Rows(), (std::vector<std::string>{"Red", "Grey3"}));
+        EXPECT_EQ(ClientRight(d), d.Place(kSizing).right) << "collapsed";
+        d.Press(kSizing);
+        EXPECT_EQ(ClientRight(d), d.Place(kTabs).right) << "expanded";
+        EXPECT_EQ(d.Text(kListButton), "Web");
+        EXPECT_EQ(d.Rows(), (Rows{"Red", "Grey3"}));
         EXPECT_EQ(d.SelectedRow(), 0);
-        for (int row = 0; row < 3; ++row) Drag(d, row, 0, 128);
-        const RECT box = d.Place(d.picker, 1031);
-        d.Screenshot("dialog_color_picker_sliders");
-        EXPECT_EQ(PickerCell(d, 0, 0), 0x666666u);
-        EXPECT_EQ(PickerCell(d, 0, 1), 0x999999u);
-        EXPECT_EQ(PickerCell(d, 1, 0), 0x999999u);
-        EXPECT_EQ(MainPreviewCell(d, 1, 1), 0x666666u);
-        EXPECT_EQ(d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2),
-                  0x808080u);
+        for (int row = 0, y = 33; row < 3; ++row, y += 25) {  // each thumb from 0 to 128
+            d.Mouse(kSliders, WM_LBUTTONDOWN, ThumbLeft(38, 0) + 5, y);
+            d.Mouse(kSliders, WM_MOUSEMOVE, 38 + 64, y);
+            d.Mouse(kSliders, WM_LBUTTONUP, 38 + 64, y);
+        }
+        d.Settle();
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 4), 0x666666u);
+        EXPECT_EQ(d.Pixel(kPickerTile, 5, 4), 0x999999u);
+        EXPECT_EQ(d.Pixel(kPreview, 5, 5), 0x666666u);
+        EXPECT_EQ(Middle(d, kShownColor), 0x808080u);
 
         d.SelectRow(1);  // Grey3: the convert state
-        EXPECT_TRUE(d.Visible(d.picker, 1019));
-        EXPECT_TRUE(d.Visible(d.picker, 1022));
-        EXPECT_FALSE(d.Visible(d.picker, 1035));
-        EXPECT_EQ(d.Text(d.picker, 1022),
-                  "The current pattern's grid size is too large to use the automatic color "
-                  "picker.  Press the Convert button to convert the pattern.");
-        EXPECT_EQ(d.Text(d.pattern, 1016), "3x3");
-        d.Screenshot("dialog_color_picker_convert");
-        d.Press(d.picker, 1019);
-        EXPECT_FALSE(d.Visible(d.picker, 1019));
-        EXPECT_EQ(d.Text(d.pattern, 1016), "2x2");
-        EXPECT_EQ(PickerCell(d, 0, 0), 0x999999u) << "mean 142 gives the solid 153 tile";
-        EXPECT_EQ(PickerCell(d, 1, 0), 0x999999u);
-
+        EXPECT_TRUE(d.Visible(kConvert) && d.Visible(kConvertText) && !d.Visible(kForeBack));
+        EXPECT_EQ(d.Text(kGridSize), "3x3");
+        d.Press(kConvert);
+        EXPECT_FALSE(d.Visible(kConvert));
+        EXPECT_EQ(d.Text(kGridSize), "2x2");
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 5), 0x999999u) << "mean 142 gives the solid 153 tile";
         d.SelectRow(0);  // back to Red: the tile made by the sliders is still there
-        EXPECT_EQ(PickerCell(d, 0, 0), 0x666666u);
-        EXPECT_EQ(PickerCell(d, 0, 1), 0x999999u);
+        EXPECT_EQ(d.Pixel(kPickerTile, 4, 4), 0x666666u);
 
-        d.Command(d.dialog, 3001);  // the second list from the list menu
-        EXPECT_EQ(d.Text(d.dialog, 1004), "Second");
-        EXPECT_EQ(d.Rows(), std::vector<std::string>{"Solid"});
+        d.Command(3001);  // the second list from the list menu
+        EXPECT_EQ(d.Text(kListButton), "Second");
+        EXPECT_EQ(d.Rows(), Rows{"Solid"});
         // Quick clicks on red's step arrow: the second press of each pair steps too.
-        const ControlBounds arrow = RightArrowBounds(SlidersOf(d).x, SlidersOf(d).RowTop(0));
-        for (int pair = 0; pair < 2; ++pair) d.DoubleClick(d.picker, arrow.left + 3, arrow.top + 5);
-        EXPECT_EQ(d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2),
-                  0x444040u)
-            << "64 and four steps";
-        d.Press(d.dialog, IDCANCEL);
+        const ControlBounds arrow = RightArrowBounds(38, 20);
+        for (int pair = 0; pair < 2; ++pair) d.Click(kSliders, arrow.left + 3, arrow.top + 5, true);
+        EXPECT_EQ(Middle(d, kShownColor), 0x444040u) << "64 and four steps";
+        d.Press(IDCANCEL);
     });
     EXPECT_EQ(report.result, 1);
-    EXPECT_TRUE(block.size() == 198 && block[2] == 1) << "the flag stays up after Cancel";
-    const auto library = LoadLibraryFile();
+    ASSERT_EQ(report.calls.size(), 3u) << "Parameters, Prepare, Start; no Continue, no Finish";
+    EXPECT_EQ(report.calls[2].selector, kSelectorStart);
+    EXPECT_EQ(image.pixels, Bytes(16 * 16 * 3, 0x80));
+    EXPECT_EQ(block, stored) << "Cancel leaves the stored tile and the flag as they were";
+    EXPECT_EQ(Sizing(), 1);
+    const auto library = Saved();
     const auto* web = static_cast<ColorList*>(library->colorLists->ValueAt(0));
     const auto* red = static_cast<ColorEntry*>(web->entries.ValueAt(0));
     const auto* grey = static_cast<ColorEntry*>(web->entries.ValueAt(1));
-    EXPECT_EQ(red->gridSize, 2);
     EXPECT_EQ(Rgb(red->cells.Cell(0, 0)), 0x666666u);
     EXPECT_EQ(Rgb(red->cells.Cell(0, 1)), 0x999999u);
     EXPECT_EQ(grey->gridSize, 2) << "Convert stores GridSize 2 in the entry";
@@ -248,231 +217,444 @@ TEST_F(FilterDialogTest, SlidersAndConvertEditTheSelectedColorAndTheFileKeepsThe
     EXPECT_EQ(Rgb(grey->cells.Cell(2, 2)), 0xFFFFFFu) << "cells outside the 2x2 corner stay";
 }
 
-// The Pattern Fill page: swatch, pencil, eraser and eyedropper, the cursor per region,
-// a GridSize from the popup's command, and Fill with the dialog's own tile.
-TEST_F(FilterDialogTest, PatternFillClickChainPaintsTheTileThatFillLays) {
+// Both pages' controls as a click reaches them, in one run: the back box loads the host's
+// background colour; the pencil is selected from the start; swatches, pencil, eraser and
+// eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
+// the colour pair swaps, resets and picks through the system colour dialog, whose custom
+// colours are kept; an empty swatch of a short palette takes no click. Fill lays the tile.
+TEST_F(DialogTest, TheControlsOfBothPagesPaintTheTileThatFillLays) {
+    {
+        ColorLibrary library;
+        AddPalette(library, "Short", 10, 4);
+        Save(library);
+    }
+    for (int i = 0; i < 16; ++i)
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, ("Custom Color " + std::to_string(i)).c_str());
     host::RunOptions options;
     options.foreground = {0x3C00, 0x7800, 0xB400};
+    options.background = {0x3300, 0x6600, 0xCC00};
     const host::RunReport report = Run(
         [&](DialogDriver& d) {
+            d.Click(kForeBack, -8, 20);
+            EXPECT_EQ(Middle(d, kShownColor), 0x3366CCu) << "the back box gives its colour";
+
             d.ChooseTab(1);
-            EXPECT_EQ(d.Send(d.tabs, TCM_GETCURSEL), 1);
-            EXPECT_TRUE(IsWindowVisible(d.pattern));
-            EXPECT_FALSE(IsWindowVisible(d.picker));
-            const RECT editor = d.Place(d.pattern, 1025);
-            const RECT swatches = d.Place(d.pattern, 1032);
-            const RECT tools = d.Place(d.pattern, 1033);
-            auto cell = [&](int row, int column, int pitch) {
-                d.Click(d.pattern, editor.left + 4 + column * pitch + pitch / 2,
-                        editor.top + 4 + row * pitch + pitch / 2);
+            const auto field = [&](int tool) { return d.Pixel(kTools, 26 * tool + 1, 1); };
+            EXPECT_EQ(field(0), 0u) << "the pencil shows selected (black) from the start";
+            EXPECT_EQ(field(1), 0xFFFFFFu);
+            const auto at = [](int index, int pitch) { return 4 + index * pitch + pitch / 2; };
+            const auto cell = [&](int row, int column, int pitch = 60) {
+                d.Click(kEditor, at(column, pitch), at(row, pitch));
             };
-            auto editorPixel = [&](int row, int column, int pitch) {
-                return d.Pixel(d.pattern, editor.left + 4 + column * pitch + pitch / 2,
-                               editor.top + 4 + row * pitch + pitch / 2);
+            const auto shown = [&](int row, int column, int pitch = 60) {
+                return d.Pixel(kEditor, at(column, pitch), at(row, pitch));
             };
-            // The pencil paints the host's foreground first.
-            cell(0, 0, 60);
-            EXPECT_EQ(editorPixel(0, 0, 60), 0x3C78B4u);
+            const auto tool = [&](int index) { d.Click(kTools, 26 * index + 13, 11); };
+            cell(0, 0);
+            EXPECT_EQ(shown(0, 0), 0x3C78B4u) << "the pencil paints the host's foreground";
             // Swatch 5 of the web-safe table is (0, 0, 255), taken by the second press of
             // a quick pair whose first took swatch 4, three pixels to its left.
-            d.Click(d.pattern, swatches.left + 4 + 4 * 9 + 7, swatches.top + 4 + 5);
-            d.Mouse(d.pattern, WM_LBUTTONDBLCLK, swatches.left + 4 + 5 * 9 + 1, swatches.top + 9);
-            d.Mouse(d.pattern, WM_LBUTTONUP, swatches.left + 4 + 5 * 9 + 1, swatches.top + 9);
-            cell(0, 1, 60);
-            EXPECT_EQ(editorPixel(0, 1, 60), 0x0000FFu);
-            EXPECT_EQ(MainPreviewCell(d, 0, 1), 0x0000FFu);
-            // The eraser lays the back colour, white.
-            d.Click(d.pattern, tools.left + 2 * 26 + 13, tools.top + 11);
-            cell(1, 1, 60);
-            EXPECT_EQ(editorPixel(1, 1, 60), 0xFFFFFFu);
-            // The eyedropper takes a cell's colour as the fore colour; the pencil lays it.
-            d.Click(d.pattern, tools.left + 26 + 13, tools.top + 11);
-            cell(0, 0, 60);
-            d.Click(d.pattern, tools.left + 13, tools.top + 11);
-            cell(1, 0, 60);
-            EXPECT_EQ(editorPixel(1, 0, 60), 0x3C78B4u);
+            d.Click(kSwatches, 4 + 4 * 9 + 7, 9);
+            d.Mouse(kSwatches, WM_LBUTTONDBLCLK, 4 + 5 * 9 + 1, 9);
+            d.Mouse(kSwatches, WM_LBUTTONUP, 4 + 5 * 9 + 1, 9);
+            cell(0, 1);
+            EXPECT_EQ(shown(0, 1), 0x0000FFu);
+            EXPECT_EQ(d.Pixel(kPreview, 5, 4), 0x0000FFu);
+            tool(2);  // the eraser lays the back colour, white
+            EXPECT_EQ(field(0), 0xFFFFFFu);
+            EXPECT_EQ(field(2), 0u);
+            cell(1, 1);
+            EXPECT_EQ(shown(1, 1), 0xFFFFFFu);
+            tool(1);  // the eyedropper takes a cell's colour as the fore colour
+            cell(0, 0);
+            tool(0);
+            cell(1, 0);
+            EXPECT_EQ(shown(1, 0), 0x3C78B4u);
             // The pointer: the tool's over the grid, the dropper over the swatches.
-            HCURSOR pencil = LoadCursorA(plugin.module(), MAKEINTRESOURCEA(108));
-            HCURSOR dropper = LoadCursorA(plugin.module(), MAKEINTRESOURCEA(109));
-            d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 30, editor.top + 30);
-            CURSORINFO shown = {};
-            shown.cbSize = sizeof shown;
-            GetCursorInfo(&shown);
-            EXPECT_EQ(shown.hCursor, pencil);
-            d.Mouse(d.pattern, WM_MOUSEMOVE, swatches.left + 10, swatches.top + 10);
-            GetCursorInfo(&shown);
-            EXPECT_EQ(shown.hCursor, dropper);
+            CURSORINFO pointer = {};
+            pointer.cbSize = sizeof pointer;
+            d.Mouse(kEditor, WM_MOUSEMOVE, 30, 30);
+            GetCursorInfo(&pointer);
+            EXPECT_EQ(pointer.hCursor, LoadCursorA(plugin.module(), MAKEINTRESOURCEA(108)));
+            d.Mouse(kSwatches, WM_MOUSEMOVE, 10, 10);
+            GetCursorInfo(&pointer);
+            EXPECT_EQ(pointer.hCursor, LoadCursorA(plugin.module(), MAKEINTRESOURCEA(109)));
             // A larger grid shows the cells beyond the 2x2 corner: black, never painted.
-            d.Command(d.pattern, 40007);
-            EXPECT_EQ(d.Text(d.pattern, 1016), "4x4");
-            EXPECT_EQ(editorPixel(0, 1, 30), 0x0000FFu);
-            EXPECT_EQ(editorPixel(3, 3, 30), 0x000000u);
+            d.Command(kPattern + 40007);
+            EXPECT_EQ(d.Text(kGridSize), "4x4");
+            EXPECT_EQ(shown(0, 1, 30), 0x0000FFu);
+            EXPECT_EQ(shown(3, 3, 30), 0x000000u);
             cell(3, 3, 30);
-            // A drag with the pencil paints each cell it enters; a move without the button
-            // paints nothing.
-            const int row3 = editor.top + 4 + 3 * 30 + 15, row2 = row3 - 30;
-            d.Mouse(d.pattern, WM_LBUTTONDOWN, editor.left + 4 + 15, row3);
+            // A drag with the pencil paints each cell it enters; without the button, none.
+            d.Mouse(kEditor, WM_LBUTTONDOWN, 19, at(3, 30));
             for (int x = 15; x < 90; x += 10)
-                d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 4 + x, row3, true);
-            d.Mouse(d.pattern, WM_LBUTTONUP, editor.left + 4 + 85, row3);
-            for (int x = 15; x < 120; x += 10)
-                d.Mouse(d.pattern, WM_MOUSEMOVE, editor.left + 4 + x, row2);
+                d.Mouse(kEditor, WM_MOUSEMOVE, 4 + x, at(3, 30), true);
+            d.Mouse(kEditor, WM_LBUTTONUP, 89, at(3, 30));
+            for (int x = 15; x < 120; x += 10) d.Mouse(kEditor, WM_MOUSEMOVE, 4 + x, at(2, 30));
             d.Settle();
             d.Screenshot("dialog_pattern_fill");
+
+            using Pair = std::pair<uint32_t, uint32_t>;  // the fore and back colours shown
+            const auto colours = [&] {
+                return Pair{d.Pixel(kPair, 20, 20), d.Pixel(kPair, 60, 60)};
+            };
+            EXPECT_EQ(colours(), Pair(0x3C78B4, 0xFFFFFF));
+            d.Click(kPair, 58, 18);  // the swap sign
+            EXPECT_EQ(colours(), Pair(0xFFFFFF, 0x3C78B4));
+            d.Click(kPair, 14, 54);  // the reset sign
+            EXPECT_EQ(colours(), Pair(0, 0xFFFFFF));
+            d.Click(kPair, 60, 60, false, true);  // it opens the colour dialog
+            EXPECT_EQ(d.AnswerColorDialog(10, 20, 30, true), "255,255,255");
+            d.Click(kPair, 20, 20, false, true);
+            d.AnswerColorDialog(200, 0, 0, false);
+            EXPECT_EQ(colours(), Pair(0, 0x0A141E)) << "OK takes the colour, Cancel keeps it";
+            d.Command(kPattern + 3500);  // the short palette: swatch 9 is its last colour
+            d.Click(kSwatches, 4 + 9 * 9 + 4, 9);
+            const uint32_t last = d.Pixel(kPair, 20, 20);
+            d.Click(kSwatches, 4 + 10 * 9 + 4, 9);
+            EXPECT_EQ(d.Pixel(kPair, 20, 20), last) << "an empty swatch takes no click";
+            EXPECT_NE(last, 0u);
             d.ChooseTab(0);
-            EXPECT_TRUE(d.Visible(d.picker, 1019)) << "a 4x4 tile puts the picker in convert";
-            d.Press(d.dialog, IDOK);
+            EXPECT_TRUE(d.Visible(kConvert)) << "a 4x4 tile puts the picker in convert";
+            d.Press(IDOK);
         },
         options);
     EXPECT_EQ(report.result, 0);
     ASSERT_EQ(block.size(), 198u);
     EXPECT_EQ(block[4], 4);
-    EXPECT_EQ(Rgb(TileCell(0, 0)), 0x3C78B4u);
-    EXPECT_EQ(Rgb(TileCell(0, 1)), 0x0000FFu);
-    EXPECT_EQ(Rgb(TileCell(1, 1)), 0xFFFFFFu);
-    EXPECT_EQ(Rgb(TileCell(1, 0)), 0x3C78B4u);
+    const uint32_t tile[2][2] = {{0x3C78B4, 0x0000FF}, {0x3C78B4, 0xFFFFFF}};
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(BlockCell(i / 2, i % 2), tile[i / 2][i % 2]) << i;
     for (int column = 0; column < 4; ++column) {
-        EXPECT_EQ(Rgb(TileCell(3, column)), 0x3C78B4u) << "the stroke and the click, " << column;
-        EXPECT_EQ(Rgb(TileCell(2, column)), 0u) << "no button, no paint, " << column;
+        EXPECT_EQ(BlockCell(3, column), 0x3C78B4u) << "the stroke and the click, " << column;
+        EXPECT_EQ(BlockCell(2, column), 0u) << "no button, no paint, " << column;
     }
-    // The image: the 4x4 tile from the rectangle's corner.
     EXPECT_EQ(image.pixels[3 * 1 + 2], 0xFF) << "pixel (0, 1) is the blue cell";
     EXPECT_EQ(image.pixels[3 * (16 * 4 + 4) + 2], 0xB4) << "the tile repeats every 4 pixels";
-}
-
-// The colour controls as a click reaches them on both pages: the back box loads the
-// host's background colour; a held step arrow steps on every tick and stops at the
-// release; the selected tool shows selected from the start; the colour pair swaps,
-// resets, and picks through the system colour dialog, whose custom colours are kept;
-// the empty swatches of a short palette take no click.
-TEST_F(FilterDialogTest, TheColourControlsAnswerTheMouse) {
-    {
-        ColorLibrary library;
-        AddPalette(library, "Short", 10, 4);
-        SaveLibraryFile(library);
-    }
-    for (int i = 0; i < 16; ++i)
-        RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, ("Custom Color " + std::to_string(i)).c_str());
-    host::RunOptions options;
-    options.foreground = {0x1100, 0x2200, 0x3300};
-    options.background = {0x3300, 0x6600, 0xCC00};
-    Run(
-        [&](DialogDriver& d) {
-            const RECT label = d.Place(d.picker, 1035), box = d.Place(d.picker, 1031);
-            const auto shown = [&] {
-                return d.Pixel(d.picker, (box.left + box.right) / 2, (box.top + box.bottom) / 2);
-            };
-            d.Click(d.picker, label.left - 28 + 20, label.top + 20);
-            EXPECT_EQ(shown(), 0x3366CCu) << "the back box gives its colour";
-            const ControlBounds arrow = RightArrowBounds(SlidersOf(d).x, SlidersOf(d).RowTop(0));
-            d.Mouse(d.picker, WM_LBUTTONDOWN, arrow.left + 3, arrow.top + 5);
-            Sleep(1000);
-            d.Mouse(d.picker, WM_LBUTTONUP, arrow.left + 3, arrow.top + 5);
-            d.Settle();
-            const uint32_t released = shown();
-            EXPECT_GT(released >> 16, 0x33u + 3) << "a step at the press and one per tick";
-            Sleep(300);
-            d.Settle();
-            EXPECT_EQ(shown(), released) << "no step after the release";
-
-            d.ChooseTab(1);
-            const RECT tools = d.Place(d.pattern, 1033), pair = d.Place(d.pattern, 1034);
-            const auto field = [&](int tool) {  // white in a plain button, black selected
-                return d.Pixel(d.pattern, tools.left + 26 * tool + 1, tools.top + 1);
-            };
-            EXPECT_EQ(field(0), 0u) << "the pencil is selected from the start";
-            EXPECT_EQ(field(1), 0xFFFFFFu);
-            d.Click(d.pattern, tools.left + 2 * 26 + 13, tools.top + 11);
-            EXPECT_EQ(field(0), 0xFFFFFFu);
-            EXPECT_EQ(field(2), 0u);
-            const auto fore = [&] { return d.Pixel(d.pattern, pair.left + 20, pair.top + 20); };
-            const auto back = [&] { return d.Pixel(d.pattern, pair.left + 60, pair.top + 60); };
-            EXPECT_EQ(fore(), 0x112233u);
-            EXPECT_EQ(back(), 0xFFFFFFu);
-            d.Click(d.pattern, pair.left + 58, pair.top + 18);  // the swap sign
-            EXPECT_EQ(fore(), 0xFFFFFFu);
-            EXPECT_EQ(back(), 0x112233u);
-            d.Click(d.pattern, pair.left + 14, pair.top + 54);  // the reset sign
-            EXPECT_EQ(fore(), 0u);
-            EXPECT_EQ(back(), 0xFFFFFFu);
-            PostMessageA(d.pattern, WM_LBUTTONDOWN, MK_LBUTTON,
-                         MAKELPARAM(pair.left + 60, pair.top + 60));
-            PostMessageA(d.pattern, WM_LBUTTONUP, 0, MAKELPARAM(pair.left + 60, pair.top + 60));
-            EXPECT_EQ(d.AnswerColorDialog(10, 20, 30, true, "colour_dialog"), "255,255,255");
-            EXPECT_EQ(back(), 0x0A141Eu);
-            PostMessageA(d.pattern, WM_LBUTTONDOWN, MK_LBUTTON,
-                         MAKELPARAM(pair.left + 20, pair.top + 20));
-            PostMessageA(d.pattern, WM_LBUTTONUP, 0, MAKELPARAM(pair.left + 20, pair.top + 20));
-            d.AnswerColorDialog(200, 0, 0, false);
-            EXPECT_EQ(fore(), 0u) << "Cancel keeps the colour";
-
-            d.Command(d.pattern, 3500);  // the short palette: swatch 9 is its last colour
-            const RECT swatches = d.Place(d.pattern, 1032);
-            d.Click(d.pattern, swatches.left + 4 + 9 * 9 + 4, swatches.top + 9);
-            const uint32_t last = fore();
-            d.Click(d.pattern, swatches.left + 4 + 10 * 9 + 4, swatches.top + 9);
-            EXPECT_EQ(fore(), last) << "an empty swatch takes no click";
-            EXPECT_NE(last, 0u);
-            d.Press(d.dialog, IDCANCEL);
-        },
-        options);
-    // The colour dialog's 16 custom colours are kept, the one added first.
-    DWORD value = 0, size = sizeof value;
-    EXPECT_EQ(
-        RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 0", RRF_RT_ANY, nullptr, &value, &size),
-        ERROR_SUCCESS);
+    DWORD value = 0, size = sizeof value;  // the 16 custom colours kept, the added one first
+    RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 0", RRF_RT_ANY, nullptr, &value, &size);
     EXPECT_EQ(value, 0x1E140Au);
-    size = sizeof value;
-    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 15", RRF_RT_ANY, nullptr, &value,
-                           &size),
-              ERROR_SUCCESS);
+    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, kKey, "Custom Color 15", RRF_RT_ANY, 0, 0, 0), 0);
 }
 
 // More than 50 lists: the menu shows 50 and the 50th is in force. A damaged library:
 // an empty one, and the refused file kept aside byte for byte at teardown.
-TEST_F(FilterDialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
+TEST_F(DialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
     {
         ColorLibrary library;
         for (int i = 0; i < 55; ++i)
             AddColor(*AddList(library, "List " + std::to_string(i)), "C" + std::to_string(i), 2, i);
-        SaveLibraryFile(library);
+        Save(library);
     }
     Run([&](DialogDriver& d) {
-        EXPECT_EQ(d.Text(d.dialog, 1004), "List 49");
-        EXPECT_EQ(d.Rows(), std::vector<std::string>{"C49"});
-        d.Command(d.dialog, 3002);  // any choice ends at the 50th
-        EXPECT_EQ(d.Text(d.dialog, 1004), "List 49");
-        // The popup, opened by the list button: 7 fixed items and 50 lists.
-        PostMessageA(GetDlgItem(d.dialog, 1004), BM_CLICK, 0, 0);
+        d.Command(3002);  // any choice ends at the 50th
+        EXPECT_EQ(d.Text(kListButton), "List 49");
+        EXPECT_EQ(d.Rows(), Rows{"C49"});
+        PostMessageA(d.Item(kListButton), BM_CLICK, 0, 0);  // its popup: 7 items and 50 lists
         HWND popup = nullptr;
         for (int i = 0; i < 200 && !popup; ++i, Sleep(10)) popup = FindWindowA("#32768", nullptr);
         ASSERT_NE(popup, nullptr);
         HMENU menu = reinterpret_cast<HMENU>(SendMessageA(popup, MN_GETHMENU, 0, 0));
         EXPECT_EQ(GetMenuItemCount(menu), 57);
-        char text[64] = {};
-        GetMenuStringA(menu, 7, text, sizeof text, MF_BYPOSITION);
-        EXPECT_STREQ(text, "&1 List 0");
-        GetMenuStringA(menu, 56, text, sizeof text, MF_BYPOSITION);
-        EXPECT_STREQ(text, "&50 List 49");
+        char first[64] = {}, last[64] = {};
+        GetMenuStringA(menu, 7, first, sizeof first, MF_BYPOSITION);
+        GetMenuStringA(menu, 56, last, sizeof last, MF_BYPOSITION);
+        EXPECT_EQ(std::string(first) + "|" + last, "&1 List 0|&50 List 49");
         EXPECT_EQ(GetMenuItemID(menu, 56), 3049u);
-        d.Settle();
-        d.Screenshot("dialog_list_menu");
         PostMessageA(popup, WM_KEYDOWN, VK_ESCAPE, 0);
         d.Settle();
-        d.Press(d.dialog, IDCANCEL);
     });
-    EXPECT_EQ(LoadLibraryFile()->colorLists->Count(), 55) << "lists beyond the menu are kept";
+    EXPECT_EQ(Saved()->colorLists->Count(), 55) << "lists beyond the menu are kept";
 
     const Bytes damaged = {'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', 0x2C, 0xFF, 'x'};
     WriteWholeFile(libraryPath, damaged);
-    Run([&](DialogDriver& d) {
-        EXPECT_EQ(d.Text(d.dialog, 1004), "none");
-        EXPECT_TRUE(d.Rows().empty());
-        d.Press(d.dialog, IDCANCEL);
-    });
+    Run([&](DialogDriver& d) { EXPECT_EQ(d.Text(kListButton), "none"); });
     EXPECT_EQ(ReadWholeFile(libraryPath + ".bak"), damaged);
-    EXPECT_EQ(ReadWholeFile(libraryPath),
-              Bytes({'T', 'e', 's', 's', 'C', 'e', 'l', 'l', '1', '1', ';'}));
+    EXPECT_EQ(ReadWholeFile(libraryPath), kEmptyLibrary);
+}
+
+// The user's hold on the library: commands from the list menu, the buttons and the
+// Delete key; prompts answered with typed names; questions answered Yes and No.
+TEST_F(DialogTest, ListsAndColorsMadeNamedAndDeletedFromNothing) {
+    Run([&](DialogDriver& d) {
+        // No list: nothing to name, delete or export, and Delete in the empty box is idle.
+        for (int command : {kNameList, kDeleteList, kExport}) d.Command(command, true);
+        d.PostKey(kColorBox, VK_DELETE);
+        EXPECT_TRUE(NoneCameUp(d, "Name List") && NoneCameUp(d, "Confirm Delete") &&
+                    NoneCameUp(d, "Export List"));
+        // New Color with no list asks for a list first; Cancel at the colour leaves it empty.
+        d.Command(kNewColor, true);
+        EXPECT_EQ(d.AnswerPrompt("Create new color list", "Spring", true, "name_prompt"),
+                  Seen("Enter new color list name", "New List"));
+        EXPECT_EQ(d.AnswerPrompt("Create a new color", "", false),
+                  Seen("Enter new color name", "New Color"));
+        EXPECT_EQ(d.Text(kListButton), "Spring");
+        EXPECT_TRUE(d.Rows().empty());
+        // Name Color with no row selected makes a colour; a new colour stands last and
+        // row 0 is selected.
+        d.Command(kNameColor, true);
+        d.AnswerPrompt("Create a new color", "Leaf");
+        d.Command(kNewColor, true);
+        d.AnswerPrompt("Create a new color", "Sky");
+        EXPECT_EQ(d.Rows(), (Rows{"Leaf", "Sky"}));
+        EXPECT_EQ(d.SelectedRow(), 0);
+        // Renaming: typing stops at 253 characters; the renamed row stays selected, and
+        // Cancel moves the selection to row 0.
+        d.SelectRow(1);
+        d.Command(kNameColor, true);
+        EXPECT_EQ(d.AnswerPrompt("Name Color", std::string(260, 'x')),
+                  Seen("Enter new name", "Sky"));
+        EXPECT_EQ(d.Rows(), (Rows{"Leaf", std::string(253, 'x')}));
+        EXPECT_EQ(d.SelectedRow(), 1);
+        d.Command(kNameColor, true);
+        d.AnswerPrompt("Name Color", "ignored", false);
+        EXPECT_EQ(d.SelectedRow(), 0);
+        d.PostKey(kColorBox, VK_DOWN);  // keys other than Delete keep their effect
+        d.Settle();
+        EXPECT_EQ(d.SelectedRow(), 1);
+
+        // A second list, renamed to nothing, then its only colour deleted: No keeps it.
+        d.Command(kNewList, true);
+        d.AnswerPrompt("Create new color list", "Autumn");
+        d.AnswerPrompt("Create a new color", "Red");
+        EXPECT_EQ(d.Text(kListButton), "Autumn");
+        d.Command(kNameList, true);
+        EXPECT_EQ(d.AnswerPrompt("Name List", "").second, "Autumn");
+        EXPECT_EQ(d.Text(kListButton), "");
+        d.PostKey(kColorBox, VK_DELETE);
+        EXPECT_EQ(d.AnswerMessageBox("Confirm Delete", IDNO), "Delete this color?");
+        EXPECT_EQ(d.Rows(), Rows{"Red"});
+        d.PostKey(kColorBox, VK_DELETE);
+        d.AnswerMessageBox("Confirm Delete", IDYES);
+        EXPECT_TRUE(d.Rows().empty());
+        d.PostKey(kColorBox, VK_DELETE);
+        if (!NoneCameUp(d, "Confirm Delete")) {
+            ADD_FAILURE() << "Delete in an empty colour box asked to delete a colour";
+            d.AnswerMessageBox("Confirm Delete", IDNO);
+        }
+        // Deleting the list in force brings the first list back, not a neighbour.
+        d.Command(kDeleteList, true);
+        EXPECT_EQ(d.AnswerMessageBox("Confirm Delete", IDYES), "Delete this list?");
+        EXPECT_EQ(d.Text(kListButton), "Spring");
+        EXPECT_EQ(d.SelectedRow(), 0);
+    });
+    ColorLibrary expected;
+    ColorList* spring = AddList(expected, "Spring");
+    for (const std::string& name : {std::string("Leaf"), std::string(253, 'x')}) {
+        ColorEntry* entry = NewColorEntry();  // black, 2 x 2
+        CopyName(entry->name, name.c_str());
+        spring->entries.Append(entry);
+    }
+    EXPECT_EQ(CompareLibraries(expected, *Saved()), "");
+}
+
+// A colour whose stored GridSize byte is out of range shows the size in force. Deleting
+// the only list (its colour selected) brings back the dialog's own tile, and Fill lays
+// that, never the bytes of the list just freed.
+TEST_F(DialogTest, DeletingTheOnlyListBringsBackTheDialogsOwnTile) {
+    {
+        ColorLibrary library;
+        AddColor(*AddList(library, "One"), "Only", 9, 7);
+        Save(library);
+    }
+    Run([&](DialogDriver& d) {
+        EXPECT_EQ(d.Text(kGridSize), "8x8");
+        EXPECT_EQ(d.SelectedRow(), 0);
+        d.Command(kDeleteList, true);
+        d.AnswerMessageBox("Confirm Delete", IDYES);
+        EXPECT_EQ(d.Text(kListButton), "none");
+        d.Press(IDOK);
+    });
+    ASSERT_EQ(block.size(), 198u);
+    EXPECT_EQ(Bytes(block.begin() + 5, block.begin() + 197), Bytes(192, 0)) << "the zero tile";
+    EXPECT_EQ(Saved()->colorLists->Count(), 0);
+}
+
+// Export from one library, import into it twice; a library file refused in the import
+// dialog; colour tables of 767, 768 and 772 bytes loaded and unloaded. A GridSize byte
+// out of range is kept as it was.
+TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
+    const auto addWeb = [](ColorLibrary& library) {
+        ColorList* web = AddList(library, "Web");
+        AddColor(*web, "Red", 2, 1);
+        AddColor(*web, "Blue", 3, 2);
+    };
+    ColorLibrary original;
+    addWeb(original);
+    AddColor(*AddList(original, "Other"), "Grey", 9, 3);
+    Save(original);
+    const std::string exported = scratch.Path("web list.tsl");
+    const std::string shortTable = WriteColorTable("short.act", 767);
+    const std::string sunset = WriteColorTable("sunset.act", 768);
+    const std::string trailer = WriteColorTable("trailer.act", 772);
+
+    Run([&](DialogDriver& d) {
+        d.Command(kExport, true);
+        EXPECT_EQ(d.AnswerFileDialog("Export List", ""), "Web.TSL");
+        EXPECT_EQ(ReadWholeFile(exported).size(), 0u) << "cancelled: no file";
+        d.Command(kExport, true);
+        d.AnswerFileDialog("Export List", exported);
+        d.Command(kExport, true);  // again: the file exists
+        d.AnswerFileDialog("Export List", exported, true);
+        for (int i = 0; i < 2; ++i) {  // two lists; the selection stays on Web
+            d.Command(kImport, true);
+            EXPECT_EQ(d.AnswerFileDialog("Import List", exported), "*.TSL");
+        }
+        EXPECT_EQ(d.Text(kListButton), "Web");
+        d.Command(kImport, true);
+        d.AnswerFileDialog("Import List", libraryPath);  // the library's magic: refused
+        EXPECT_TRUE(NoneCameUp(d, "ALERT"));
+        d.Command(3003);
+        EXPECT_EQ(d.Text(kListButton), "Web");
+        EXPECT_EQ(d.Rows(), (Rows{"Red", "Blue"}));
+
+        d.ChooseTab(1);
+        d.Command(kLoad, true);
+        d.AnswerFileDialog("Load Palette", shortTable);
+        EXPECT_EQ(d.AnswerMessageBox("ALERT", IDOK), "Could Not Load Palette");
+        EXPECT_EQ(d.Text(kPaletteName), "Web Safe Palette");
+        for (const std::string& table : {sunset, trailer}) {
+            d.Command(kLoad, true);
+            d.AnswerFileDialog("Load Palette", table);
+        }
+        EXPECT_EQ(d.Text(kPaletteName), "trailer.act");
+        EXPECT_EQ(d.Pixel(kSwatches, 4 + 5 * 9 + 4, 9), 0x05FA23u) << "colour 5 of the table";
+        d.Command(kUnload, true);
+        EXPECT_EQ(d.AnswerMessageBox("Confirm Unload", IDNO), "Unload this palette?");
+        EXPECT_EQ(d.Text(kPaletteName), "trailer.act");
+        d.Command(kUnload, true);
+        d.AnswerMessageBox("Confirm Unload", IDYES);
+        EXPECT_EQ(d.Text(kPaletteName), "Web Safe Palette");
+        EXPECT_FALSE(IsWindowEnabled(d.Item(kUnload)));
+        d.Command(kLoad, true);
+        d.AnswerFileDialog("Load Palette", "");
+    });
+    // Web and Other as they were, the two imports of Web, and the table kept.
+    ColorLibrary expected;
+    addWeb(expected);
+    AddColor(*AddList(expected, "Other"), "Grey", 9, 3);
+    addWeb(expected);
+    addWeb(expected);
+    std::memcpy(AddPalette(expected, "sunset.act", 256, 0)->palette.Colors(),
+                ReadWholeFile(sunset).data(), 768);
+    EXPECT_EQ(CompareLibraries(expected, *Saved()), "");
+}
+
+// Every C++ allocation of one run of the dialog made to fail in turn: a failure while the
+// dialog starts ends the run as Cancel before the dialog shows; one in the teardown loses
+// only that save. Each time nothing is left allocated, no dialog window remains, and the
+// library file is byte for byte as before.
+class DialogFailureTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        hDllInstance = LoadLibraryA(PluginPath().c_str());
+        ASSERT_NE(hDllInstance, nullptr);
+        PointLibraryAt(scratch.Path("library"));
+        std::unique_ptr<ColorLibrary> library(MakeSampleLibrary(3, 4, 2));
+        LibraryFile().WriteLibrary(library.get(), path.c_str());
+        before = ReadWholeFile(path);
+    }
+    void TearDown() override { DestroyWindow(parent); }
+    bool RunModal() {  // false: Cancel, or a start that failed
+        try {
+            std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(parent));
+            return dialog->RunModal();
+        } catch (ErrorCode) {
+            return false;
+        }
+    }
+
+    HWND parent = host::MakeHostWindow("failure");
+    ScratchDirectory scratch;
+    std::string path = scratch.Path("library") + "\\Tessellum.dat";
+    std::vector<uint8_t> before;
+};
+
+struct Outcome {
+    bool filled = false, appeared = false;
+    long seenAt = 0;  // allocations counted when the dialog was first seen
+};
+
+TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLibrary) {
+    const auto runOnce = [&](long failAt) {
+        Outcome outcome;
+        std::atomic<bool> done{false};
+        // The dialog counts as up once its first page shows: the last step of its start.
+        // (Wine may flash the window of a dialog that ended in its start.)
+        std::thread cancelling([&] {
+            for (; !done; Sleep(2)) {
+                HWND window = FindWindowA(kDialogClass, "Tessellum 1.5");
+                HWND page = window ? GetWindow(GetDlgItem(window, kTabs), GW_CHILD) : nullptr;
+                for (; page && !outcome.appeared; page = GetWindow(page, GW_HWNDNEXT))
+                    outcome.appeared =
+                        GetDlgItem(page, kPickerTile % kPicker) && IsWindowVisible(page);
+                if (!outcome.appeared) continue;
+                outcome.seenAt = failingHeap.allocations;
+                PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
+                return;
+            }
+        });
+        failingHeap.Arm(failAt);
+        outcome.filled = RunModal();
+        failingHeap.Disarm();
+        done = true;
+        cancelling.join();
+        EXPECT_FALSE(outcome.filled) << "failing allocation " << failAt;
+        EXPECT_EQ(failingHeap.live, 0) << "failing allocation " << failAt << " left blocks";
+        EXPECT_EQ(FindWindowA(kDialogClass, "Tessellum 1.5"), nullptr) << failAt;
+        EXPECT_EQ(ReadWholeFile(path), before) << "failing allocation " << failAt;
+        return outcome;
+    };
+    const Outcome whole = runOnce(0);
+    const long allocations = failingHeap.allocations;
+    ASSERT_TRUE(whole.appeared) << "the dialog did not come up without a failure";
+    ASSERT_GT(whole.seenAt, 20) << "the start allocates its controls and the library";
+    int failedStarts = 0;
+    for (long n = 1; n <= allocations; ++n) {
+        const bool appeared = runOnce(n).appeared;
+        EXPECT_EQ(appeared, n > whole.seenAt) << n << " of " << whole.seenAt << " before it showed";
+        failedStarts += appeared ? 0 : 1;
+    }
+    std::printf("%ld allocations in a run; %d failing ones ended the start\n", allocations,
+                failedStarts);
+}
+
+// Each command's allocation `failAt` (counted from the command) fails while the dialog
+// runs: the driver arms the heap for the dialog's thread, gives the command and answers
+// what it asks. New List: the list, its node. New Color: the colour, its node. Load: the
+// table's palette and its colours (which the load reports itself), then the library's
+// palette, its colours and its node.
+TEST_F(DialogFailureTest, ACommandShortOfMemoryEndsTheDialogAsCancel) {
+    const std::string table = scratch.Path("t.act");
+    WriteWholeFile(table, std::vector<uint8_t>(768, 9));
+    struct Case {
+        int command;
+        long failAt;
+        bool ends;  // false: the load says so itself and the dialog stays
+    } cases[] = {{kNewList, 1, true},  {kNewList, 2, true}, {kNewColor, 1, true},
+                 {kNewColor, 2, true}, {kLoad, 1, false},   {kLoad, 2, false},
+                 {kLoad, 3, true},     {kLoad, 4, true},    {kLoad, 5, true}};
+    const std::thread::id dialogThread = std::this_thread::get_id();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "command " << c.command << ", allocation " << c.failAt);
+        bool stayed = false;
+        std::string alert;
+        const auto command = [&](DialogDriver& d) {
+            failingHeap.Arm(c.failAt, dialogThread);
+            d.Command(c.command, true);
+            if (c.command == kLoad) d.AnswerFileDialog("Load Palette", table);
+            if (c.command == kNewList) d.AnswerPrompt("Create new color list", "Named");
+            if (c.command == kNewColor) d.AnswerPrompt("Create a new color", "Named");
+            if (FindWindowA(kDialogClass, "ALERT")) alert = d.AnswerMessageBox("ALERT", IDOK);
+            for (int i = 0; i < 50 && IsWindow(d.dialog); ++i) Sleep(20);
+            stayed = IsWindow(d.dialog) != FALSE;
+        };
+        EXPECT_TRUE(WithDialog([&] { EXPECT_FALSE(RunModal()); }, command));
+        failingHeap.Disarm();
+        EXPECT_EQ(stayed, !c.ends);
+        EXPECT_EQ(alert, c.ends ? "" : "Could Not Load Palette");
+        EXPECT_EQ(failingHeap.live, 0) << "blocks left allocated";
+        EXPECT_EQ(ReadWholeFile(path), before) << "nothing was added to the library";
+    }
 }
 
 }  // namespace

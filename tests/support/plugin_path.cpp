@@ -6,9 +6,8 @@ namespace tessellum::test {
 
 std::string BuildDirectory() {
     char path[MAX_PATH];
-    const DWORD length = GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string folder(path, length);
-    return folder.substr(0, folder.find_last_of("\\/") + 1);
+    const std::string program(path, GetModuleFileNameA(nullptr, path, MAX_PATH));
+    return program.substr(0, program.find_last_of("\\/") + 1);
 }
 
 std::string PluginPath() {

@@ -35,23 +35,21 @@ std::vector<uint32_t> CapturePixels(HDC dc, int x, int y, int width, int height)
 
 std::string SaveScreenshot(HWND window, const std::string& name) {
     RECT area;
-    if (!GetWindowRect(window, &area)) return {};
+    if (!GetWindowRect(window, &area) || area.right <= area.left || area.bottom <= area.top)
+        return {};
     const int width = area.right - area.left, height = area.bottom - area.top;
-    if (width <= 0 || height <= 0) return {};
     HDC screen = GetDC(nullptr);
     const std::vector<uint32_t> pixels = CapturePixels(screen, area.left, area.top, width, height);
     ReleaseDC(nullptr, screen);
-    if (pixels.empty()) return {};
-    std::vector<unsigned char> rgb(pixels.size() * 3);
-    for (size_t i = 0; i < pixels.size(); ++i) {
-        rgb[3 * i] = static_cast<unsigned char>(pixels[i] >> 16);
-        rgb[3 * i + 1] = static_cast<unsigned char>(pixels[i] >> 8);
-        rgb[3 * i + 2] = static_cast<unsigned char>(pixels[i]);
-    }
-    CreateDirectoryA((BuildDirectory() + "..\\screenshots").c_str(), nullptr);
-    const std::string path = BuildDirectory() + "..\\screenshots\\" + name +
-                             (sizeof(void*) == 8 ? "-x64" : "-x86") + ".png";
-    return stbi_write_png(path.c_str(), width, height, 3, rgb.data(), width * 3) ? path : "";
+    std::vector<unsigned char> rgb;
+    for (uint32_t pixel : pixels)
+        rgb.insert(rgb.end(), {uint8_t(pixel >> 16), uint8_t(pixel >> 8), uint8_t(pixel)});
+    const std::string folder = BuildDirectory() + "..\\screenshots";
+    CreateDirectoryA(folder.c_str(), nullptr);
+    const std::string path = folder + "\\" + name + (sizeof(void*) == 8 ? "-x64" : "-x86") + ".png";
+    return !rgb.empty() && stbi_write_png(path.c_str(), width, height, 3, rgb.data(), width * 3)
+               ? path
+               : "";
 }
 
 }  // namespace tessellum::test
