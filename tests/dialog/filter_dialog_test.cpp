@@ -198,6 +198,15 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
         const ControlBounds arrow = RightArrowBounds(38, 20);
         for (int pair = 0; pair < 2; ++pair) d.Click(kSliders, arrow.left + 3, arrow.top + 5, true);
         EXPECT_EQ(Middle(d, kShownColor), 0x444040u) << "64 and four steps";
+        // Held, the arrow goes on stepping with the repeat timer; released, it stops.
+        d.Mouse(kSliders, WM_LBUTTONDOWN, arrow.left + 3, arrow.top + 5);
+        Sleep(800);
+        d.Mouse(kSliders, WM_LBUTTONUP, arrow.left + 3, arrow.top + 5);
+        d.Settle();
+        const uint32_t held = Middle(d, kShownColor);
+        Sleep(400);
+        EXPECT_GE(held >> 16, 0x48u) << "a step at the press and one on each tick";
+        EXPECT_EQ(Middle(d, kShownColor), held) << "no step after the release";
         d.Press(IDCANCEL);
     });
     EXPECT_EQ(report.result, 1);
