@@ -77,7 +77,7 @@ wine_server -w  # the uninstaller goes on from a copy of itself
 wine_exec x64 reg.exe query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tessellum' \
   >/dev/null 2>&1 && fail "the uninstall entry is still there"
 [ -f "$ps64/Tessellum.dat" ] || fail "the uninstaller removed the user's library"
-wine_exec x64 reg.exe query 'HKLM\Software\Quarry\Tessellum\1.x' /v path >/dev/null 2>&1 \
-  || fail "the uninstaller removed the plug-in's registry value"
+kept=$(wine_exec x64 reg.exe query 'HKLM\Software\Quarry\Tessellum\1.x' /v path 2>&1) \
+  || fail "the uninstaller removed the plug-in's registry value (reg.exe said: $(tr -d '\r' <<<"$kept" | head -n 3))"
 [ "$failed" = 0 ] && echo "installer: both Photoshops got their build; the uninstaller left the user's library and settings"
 exit $failed
