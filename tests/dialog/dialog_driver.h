@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <string>
 #include <thread>
@@ -67,6 +69,19 @@ inline BOOL CALLBACK FindEdit(HWND child, LPARAM found) {  // stops at the first
     if (lstrcmpiA(kind, "Edit") != 0) return TRUE;
     *reinterpret_cast<HWND*>(found) = child;
     return FALSE;
+}
+
+// Cancels the window of the dialog's thread that takes input: the modal one on top, the
+// dialog itself once it is the last.
+inline BOOL CALLBACK CancelWindow(HWND window, LPARAM) {
+    if (IsWindowVisible(window) && IsWindowEnabled(window))
+        PostMessageA(window, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    return TRUE;
+}
+inline BOOL CALLBACK NameWindow(HWND window, LPARAM names) {
+    if (IsWindowVisible(window))
+        *reinterpret_cast<std::string*>(names) += "\"" + WindowText(window) + "\" ";
+    return TRUE;
 }
 
 struct DialogDriver {
@@ -207,10 +222,9 @@ struct DialogDriver {
         EnumChildWindows(box, FindEdit, reinterpret_cast<LPARAM>(&name));
         EXPECT_TRUE(name != nullptr) << "no file name field in " << title;
         const std::string offered = WindowText(name);
-        if (name && !path.empty()) {  // typed over the selected name
-            SendMessageA(name, EM_SETSEL, 0, -1);
-            SendMessageA(name, WM_CHAR, VK_BACK, 0);
-            for (char c : path) SendMessageA(name, WM_CHAR, static_cast<unsigned char>(c), 1);
+        if (name && !path.empty()) {  // over the offered name, and read back before OK
+            SetWindowTextA(name, path.c_str());
+            EXPECT_EQ(WindowText(name), path) << title;
         }
         PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
         HWND question = nullptr;  // it comes up over the file dialog, with its title
@@ -259,7 +273,17 @@ inline bool WithDialog(const std::function<void()>& run,
         }
         d.Settle();
         scenario(d);
-        if (IsWindow(d.dialog)) PostMessageA(d.dialog, WM_COMMAND, IDCANCEL, 0);
+        // Whatever the scenario left open (a message box, a file dialog after a failed
+        // step) is cancelled, then the dialog; a run that still does not end fails here
+        // with what stayed on the screen, rather than at the time limit with nothing.
+        for (int i = 0; i < 100 && IsWindow(d.dialog); ++i, Sleep(100))
+            EnumThreadWindows(thread, CancelWindow, 0);
+        if (!IsWindow(d.dialog)) return;
+        std::string left;
+        EnumThreadWindows(thread, NameWindow, reinterpret_cast<LPARAM>(&left));
+        fprintf(stderr, "FAILED: the dialog did not end; open: %s\n", left.c_str());
+        fflush(stderr);
+        std::_Exit(1);
     });
     run();
     driving.join();
