@@ -10,13 +10,18 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 logs="$root/build/test-logs"
 rm -rf "$logs" && mkdir -p "$logs" "$root/build/screenshots"
 
+# A short fuzzing round of the three file readers on their seed corpora (longer: see
+# README), at the lowest priority beside the tests: it takes the time the Windows tests
+# spend waiting for windows, and gives way whenever they need the processor.
+echo "test: fuzzing the library, list and colour table readers for ${TESSELLUM_FUZZ_SECONDS:-20} seconds"
+nice -n 19 bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-20}" >"$logs/fuzz.out" 2>&1 &
+fuzzing=$!
+
 ctest --test-dir "$root/build/native" -j"$(nproc)" --output-on-failure 2>&1 | tee "$logs/native.log"
 xvfb-run -a -s "-screen 0 1280x1024x24" bash "$root/scripts/windows-tests.sh" "$logs"
 windows_status=$?
 
-# A short fuzzing round of the three file readers on their seed corpora (longer: see README).
-echo "test: fuzzing the library, list and colour table readers for ${TESSELLUM_FUZZ_SECONDS:-20} seconds"
-if bash "$root/fuzz/run_fuzz.sh" "${TESSELLUM_FUZZ_SECONDS:-20}" >"$logs/fuzz.out" 2>&1; then
+if wait "$fuzzing"; then
   fuzz_failed=0
   tail -n 12 "$logs/fuzz.out" | grep -E '^stat::number_of_executed_units|^Done' || true
 else
