@@ -20,7 +20,7 @@ constexpr DWORD kPathBytes = 260;
 // A record with the fields the three dialogs share: the owner, one filter pair (two
 // terminated strings and an empty one), the path buffer of kPathBytes with its initial
 // text, filter 1, the title, the flags and the default extension. The other fields are
-// zero.
+// zero, the custom filter included.
 OPENFILENAMEA FileDialogRecord(HWND owner, const char* filter, char* path, const char* title,
                                DWORD flags, const char* defaultExtension);
 

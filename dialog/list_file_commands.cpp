@@ -17,10 +17,8 @@ constexpr DWORD kCommonFlags = OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_HIDEREADON
 
 void FilterDialog::ImportList() {
     char path[kPathBytes] = "*.TSL";
-    char customFilter[60] = {};
     OPENFILENAMEA record = FileDialogRecord(dialogWindow, kListFilter, path, "Import List",
                                             kCommonFlags | OFN_FILEMUSTEXIST, "TSL");
-    record.lpstrCustomFilter = customFilter;
     if (!GetOpenFileNameA(&record)) return;
     std::unique_ptr<ColorList> list;
     try {
@@ -41,10 +39,8 @@ void FilterDialog::ExportList() {
     char path[kPathBytes] = {};
     // A name of 255 characters and ".TSL" fill the buffer exactly.
     std::snprintf(path, sizeof path, "%s.TSL", list->name);
-    char customFilter[60] = {};
     OPENFILENAMEA record = FileDialogRecord(dialogWindow, kListFilter, path, "Export List",
                                             kCommonFlags | OFN_OVERWRITEPROMPT, "TSL");
-    record.lpstrCustomFilter = customFilter;
     if (!GetSaveFileNameA(&record)) return;
     try {
         listFile->WriteList(list, path);
