@@ -43,6 +43,6 @@ wine_exec x64 "$root/build/x64/find-control.exe" "tessellum-host - sample.png" \
 
 read -r _ left top right bottom <<<"$(locate 1)"
 click $(((left + right) / 2)) $(((top + bottom) / 2))
-wait $host || { cat "$out/host.log"; exit 1; }
+wait_for_exit $host 60 "the host, after the click on Fill," || { cat "$out/host.log"; exit 1; }
 trap - EXIT
 cat "$out/host.log"

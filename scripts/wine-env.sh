@@ -38,6 +38,34 @@ wine_server() {
   return 1
 }
 
+# wait_for_exit PID SECONDS WHAT: the status of process PID, a child of this shell, once it
+# has ended; one that runs on past SECONDS is ended with its children, and WHAT is said
+# not to have ended (status 124). A hung program fails its test at once, not at the
+# test's time limit.
+wait_for_exit() {
+  local pid=$1 end=$((SECONDS + $2))
+  while kill -0 "$pid" 2>/dev/null; do
+    if [ "$SECONDS" -ge "$end" ]; then
+      echo "FAILED: $3 did not end within $2 s" >&2
+      pkill -P "$pid" 2>/dev/null
+      kill "$pid" 2>/dev/null
+      wait "$pid" 2>/dev/null
+      return 124
+    fi
+    sleep 0.1
+  done
+  wait "$pid"
+}
+
+# bounded SECONDS WHAT COMMAND [ARGUMENTS...]: COMMAND (a function of these too), with the
+# bound of wait_for_exit.
+bounded() {
+  local limit=$1 what=$2
+  shift 2
+  "$@" &
+  wait_for_exit $! "$limit" "$what"
+}
+
 # wine_display_fresh: before a program with a window. The Wine server and the desktop
 # that a program with no display started (wineboot, a console program) live on for a few
 # seconds after it ends, and a program started in that time joins that desktop, which has
@@ -70,8 +98,24 @@ wine_prefix_fresh() {
     wine_exec x64 reg.exe add 'HKCU\Software\Wine\X11 Driver' /v "$value" /d N /f \
       >/dev/null 2>&1 || true
   done
+  wine_prefix_no_debugger
   wine_prefix_fonts
   wine_server -w 2>/dev/null || true
+}
+
+# wine_prefix_no_debugger: a program that crashes ends at once, with Wine's line "wine:
+# Unhandled page fault ... at address ..." on its standard error. By default Wine starts
+# its debugger on the crashed process, which holds it open until someone kills it: a
+# test would wait out its time limit and say nothing. A debugger command that cannot be
+# started makes Wine give up and end the process. Both views of the registry: 32-bit
+# programs read the Wow6432Node copy.
+wine_prefix_no_debugger() {
+  local key
+  for key in 'HKLM\Software' 'HKLM\Software\Wow6432Node'; do
+    wine_exec x64 reg.exe add "$key\Microsoft\Windows NT\CurrentVersion\AeDebug" \
+      /v Debugger /d '' /f >/dev/null 2>&1 ||
+      echo "wine-env: could not turn off the debugger of crashed programs ($key)" >&2
+  done
 }
 
 # wine_probe ARCH PROGRAM: prints 1 if the loader of ARCH runs PROGRAM (built for ARCH)

@@ -261,10 +261,21 @@ struct DialogDriver {
 inline bool WithDialog(const std::function<void()>& run,
                        const std::function<void(DialogDriver&)>& scenario) {
     const DWORD thread = GetCurrentThreadId();
-    std::atomic<bool> appeared{false};
+    std::atomic<bool> appeared{false}, ended{false};
     std::thread driving([&] {
         DialogDriver d;
-        if (!(d.dialog = WaitForWindow(thread, "Tessellum 1.5", true))) return;
+        if (!(d.dialog = WaitForWindow(thread, "Tessellum 1.5", true))) {
+            // Either the dialog ended in its start, or it is still not up: then nobody
+            // would ever end the run, so the test ends here and says so.
+            for (int i = 0; i < 100 && !ended; ++i) Sleep(20);
+            if (ended) return;
+            std::string open;
+            EnumThreadWindows(thread, NameWindow, reinterpret_cast<LPARAM>(&open));
+            fprintf(stderr, "FAILED: no dialog came up in 10 s and the run goes on; open: %s\n",
+                    open.c_str());
+            fflush(stderr);
+            std::_Exit(1);
+        }
         appeared = true;
         HWND tabs = GetDlgItem(d.dialog, kTabs);
         for (HWND page = GetWindow(tabs, GW_CHILD); page; page = GetWindow(page, GW_HWNDNEXT)) {
@@ -286,6 +297,7 @@ inline bool WithDialog(const std::function<void()>& run,
         std::_Exit(1);
     });
     run();
+    ended = true;
     driving.join();
     return appeared;
 }

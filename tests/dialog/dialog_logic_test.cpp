@@ -11,7 +11,7 @@ namespace {
 TEST(DialogLogic, MenusShowFiftyAndForceTheLastWhenThereAreMore) {
     struct Case {
         int total, selected, count, after;
-    } cases[] = {{0, -1, 0, -1},  {1, 0, 1, 0},     {50, 49, 50, 49},
+    } cases[] = {{0, -1, 0, -1},  {1, 0, 1, 0},     {50, 3, 50, 3},
                  {51, 0, 50, 49}, {51, 50, 50, 49}, {200, -1, 50, 49}};
     for (const Case& c : cases) {
         const MenuItems items = LimitMenuItems(c.total, c.selected);

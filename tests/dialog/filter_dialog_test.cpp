@@ -588,9 +588,17 @@ TEST_F(DialogFailureTest, EveryAllocationFailingInTurnEndsAsCancelAndKeepsTheLib
         Outcome outcome;
         std::atomic<bool> done{false};
         // The dialog counts as up once its first page shows: the last step of its start.
-        // (Wine may flash the window of a dialog that ended in its start.)
+        // (Wine may flash the window of a dialog that ended in its start.) A run that neither
+        // ends nor shows its page in 10 s would never end: the test ends with what it saw.
         std::thread cancelling([&] {
-            for (; !done; Sleep(2)) {
+            for (const ULONGLONG start = GetTickCount64(); !done; Sleep(2)) {
+                if (GetTickCount64() - start > 10000) {
+                    fprintf(stderr, "FAILED: allocation %ld: no page shown in 10 s, %s\n", failAt,
+                            FindWindowA(kDialogClass, "Tessellum 1.5") ? "the dialog is up"
+                                                                       : "no dialog either");
+                    fflush(stderr);
+                    std::_Exit(1);
+                }
                 HWND window = FindWindowA(kDialogClass, "Tessellum 1.5");
                 HWND page = window ? GetWindow(GetDlgItem(window, kTabs), GW_CHILD) : nullptr;
                 for (; page && !outcome.appeared; page = GetWindow(page, GW_HWNDNEXT))

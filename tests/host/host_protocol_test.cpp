@@ -130,8 +130,10 @@ TEST(Protocol, RepeatRunsBandsPixelsAndEnds) {
         {255, 8, 9, 9, 3, {1, 0, 9, 9}},
         {8, 8, 2, 32767, 3, {32760, 0, 32767, 2}},  // the next band's top passes 32767
         {5, 5, 23, 11, 4, {1, 3, 10, 21}, 7},       // alpha, and guard bytes after every row
-        {2, 2, 6, 6, 1, {0, 0, 6, 6}},              // fewer than three planes: Start ends it
-        {2, 2, 6, 6, 2, {0, 0, 6, 6}},
+        // Fewer than three planes: Start ends it. The guard bytes hold a run that went on
+        // anyway and wrote three planes, so that it fails here rather than crashes.
+        {2, 2, 6, 6, 1, {0, 0, 6, 6}, 12},
+        {2, 2, 6, 6, 2, {0, 0, 6, 6}, 12},
         {2, 2, 8, 8, 3, {0, 0, 8, 8}, 0, 1},  // aborted at the first Continue: nothing written
         {2, 2, 8, 8, 4, {0, 0, 8, 8}, 0, 3},  // aborted later: the bands done stay
     };

@@ -31,7 +31,7 @@ mkdir -p "$ps64" "$ps32"
 add x64 'HKLM\SOFTWARE\Adobe\Photoshop\180.0' ApplicationPath 'C:\Program Files\Adobe\Adobe Photoshop 2024\'
 add x86 'HKLM\SOFTWARE\Adobe\Photoshop\60.0' ApplicationPath 'C:\Program Files (x86)\Adobe\Adobe Photoshop CS6'
 
-wine_exec x86 "$setup" /S || fail "the silent install ended with exit $?"
+bounded 120 "the silent install" wine_exec x86 "$setup" /S || fail "the silent install ended with exit $?"
 cmp -s "$ps64/Tessellum.8bf" "$build/x64/Tessellum.8bf" || fail "the 64-bit Photoshop lacks the x64 build"
 cmp -s "$ps32/Tessellum.8bf" "$build/x86/Tessellum.8bf" || fail "the 32-bit Photoshop lacks the x86 build"
 [ -f "$drive/Program Files/Tessellum/Uninstall.exe" ] || fail "no uninstaller in the 64-bit Program Files"
@@ -62,7 +62,8 @@ mkdir -p "$build/screenshots"
 place 1201 >/dev/null && sleep 0.5 && locate --shot "$shot" 0 >/dev/null \
   || fail "the page of folders did not come up"
 press 2 || kill $shown 2>/dev/null
-wait $shown
+# Cancel's exit status is the installer's own; only a hang fails here.
+wait_for_exit $shown 30 "the installer, after Cancel," || [ $? != 124 ] || failed=1
 
 # The user's: a library beside the plug-in, and the folder the plug-in reads it from.
 echo "the user's lists" >"$ps64/Tessellum.dat"
@@ -70,8 +71,10 @@ add x64 'HKLM\Software\Quarry\Tessellum\1.x' path 'C:\Program Files\Adobe\Adobe 
 quiet=$(wine_exec x64 reg.exe query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tessellum' \
   /v QuietUninstallString 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_SZ *//p')
 [[ "$quiet" =~ ^\"(.*)\"\ /S$ ]] || fail "no silent uninstall in the list of installed programs: '$quiet'"
-wine_exec x86 "${BASH_REMATCH[1]}" /S || fail "the silent uninstall ended with exit $?"
-wine_server -w  # the uninstaller goes on from a copy of itself
+bounded 120 "the silent uninstall" wine_exec x86 "${BASH_REMATCH[1]}" /S ||
+  fail "the silent uninstall ended with exit $?"
+# The uninstaller goes on from a copy of itself: the server ends with it.
+bounded 60 "the uninstaller's copy" wine_server -w || fail "the uninstaller's copy did not end"
 [ -e "$ps64/Tessellum.8bf" ] || [ -e "$ps32/Tessellum.8bf" ] && fail "a plug-in is still there"
 [ -e "$drive/Program Files/Tessellum" ] && fail "Program Files\\Tessellum is still there"
 wine_exec x64 reg.exe query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tessellum' \

@@ -10,7 +10,6 @@ namespace {
 
 constexpr uint16_t kOwnMachine = sizeof(void*) == 8 ? kMachineAmd64 : kMachineI386;
 constexpr uint8_t kGuardByte = 0xA5;
-constexpr int kMaxContinues = 1 << 22;  // far beyond any image: a plug-in that never ends
 
 bool IsEmpty(const Rect& r) {
     return r.top >= r.bottom || r.left >= r.right;
@@ -180,15 +179,21 @@ RunReport FilterSession::Run(Image& image, const RunOptions& options) {
 }
 
 void FilterSession::Continue(Image& image, const RunOptions& options, RunReport& report) {
-    for (int count = 0;; ++count) {
+    // Each band a plug-in asks for brings in or out at least one sample of the image, so a
+    // plug-in that asks for more bands than twice its samples never ends: it is stopped at
+    // once instead of running on until someone kills the host.
+    const int64_t maxContinues = 2 * int64_t{image.width} * image.height * image.planes + 1;
+    for (int64_t count = 0;; ++count) {
         const Rect in = record_.inRect;
         const Rect out = record_.outRect;
         if (IsEmpty(in) && IsEmpty(out)) {
             report.filled = true;
             return;
         }
-        if (count == kMaxContinues) {
-            report.hostFault = "the plug-in never stopped asking for bands";
+        if (count == maxContinues) {
+            report.hostFault = "the plug-in never stopped asking for bands (" +
+                               std::to_string(count) + " so far, the last " +
+                               DescribeRect(IsEmpty(in) ? out : in) + ")";
             return;
         }
         auto outside = [&](const Rect& r, int lo, int hi) {
