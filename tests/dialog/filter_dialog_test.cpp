@@ -479,8 +479,8 @@ TEST_F(DialogTest, DeletingTheOnlyListBringsBackTheDialogsOwnTile) {
 }
 
 // Export from one library, import into it twice; a library file refused in the import
-// dialog; colour tables of 767, 768 and 772 bytes loaded and unloaded. A GridSize byte
-// out of range is kept as it was.
+// dialog; colour tables of 767, 768 and 772 bytes loaded and unloaded, and palettes named
+// after files of 250 and 251 characters. A GridSize byte out of range is kept as it was.
 TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
     const auto addWeb = [](ColorLibrary& library) {
         ColorList* web = AddList(library, "Web");
@@ -495,6 +495,9 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
     const std::string shortTable = WriteColorTable("short.act", 767);
     const std::string sunset = WriteColorTable("sunset.act", 768);
     const std::string trailer = WriteColorTable("trailer.act", 772);
+    // At the drive's root, so that the paths fit the file dialog's 260 bytes.
+    const std::string names[] = {std::string(246, 'a') + ".act", std::string(247, 'p') + ".act"};
+    for (const std::string& name : names) WriteWholeFile("C:\\" + name, ReadWholeFile(sunset));
 
     Run([&](DialogDriver& d) {
         d.Command(kExport, true);
@@ -521,7 +524,7 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
         d.AnswerFileDialog("Load Palette", shortTable);
         EXPECT_EQ(d.AnswerMessageBox("ALERT", IDOK), "Could Not Load Palette");
         EXPECT_EQ(d.Text(kPaletteName), "Web Safe Palette");
-        for (const std::string& table : {sunset, trailer}) {
+        for (const std::string& table : {"C:\\" + names[1], "C:\\" + names[0], sunset, trailer}) {
             d.Command(kLoad, true);
             d.AnswerFileDialog("Load Palette", table);
         }
@@ -543,9 +546,12 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
     AddColor(*AddList(expected, "Other"), "Grey", 9, 3);
     addWeb(expected);
     addWeb(expected);
-    std::memcpy(AddPalette(expected, "sunset.act", 256, 0)->palette.Colors(),
-                ReadWholeFile(sunset).data(), 768);
+    // The palettes kept: a name of 250 characters whole, a longer one cut to 250.
+    for (const std::string& name : {names[1].substr(0, 250), names[0], std::string("sunset.act")})
+        std::memcpy(AddPalette(expected, name, 256, 0)->palette.Colors(),
+                    ReadWholeFile(sunset).data(), 768);
     EXPECT_EQ(CompareLibraries(expected, *Saved()), "");
+    for (const std::string& name : names) std::remove(("C:\\" + name).c_str());
 }
 
 // Every C++ allocation of one run of the dialog made to fail in turn: a failure while the

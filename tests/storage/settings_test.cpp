@@ -102,12 +102,14 @@ TEST(Settings, FromNoKeyThroughDamage) {
     for (int i = 0; i < kCustomColorCount; ++i) EXPECT_EQ(colors[i], expected[i]) << i;
 
     // The library's folder comes from the machine-wide key when that holds a string.
+    const std::string longest(259, 'a');
     const std::tuple<DWORD, Bytes, const char*> paths[] = {
         {REG_SZ, {'D', ':', '\\', 'T', '\\', 0}, "D:\\T\\"},
-        {REG_BINARY, {'E', ':', '\\'}, "E:\\"},   // no terminator stored
-        {REG_SZ, Bytes(300, 'a'), kDefault},      // too long
-        {REG_BINARY, Bytes(260, 'a'), kDefault},  // no room for the terminator
-        {REG_SZ, {0}, kDefault}};                 // says nothing
+        {REG_BINARY, {'E', ':', '\\'}, "E:\\"},          // no terminator stored
+        {REG_SZ, Bytes(300, 'a'), kDefault},             // too long
+        {REG_BINARY, Bytes(259, 'a'), longest.c_str()},  // the terminator just fits
+        {REG_BINARY, Bytes(260, 'a'), kDefault},         // no room for the terminator
+        {REG_SZ, {0}, kDefault}};                        // says nothing
     for (const auto& [type, bytes, read] : paths) {
         Put(HKEY_LOCAL_MACHINE, "path", type, bytes);
         EXPECT_EQ(PluginPath(), read) << bytes.size() << " bytes of type " << type;
