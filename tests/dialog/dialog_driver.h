@@ -227,8 +227,9 @@ struct DialogDriver {
             EXPECT_EQ(WindowText(name), path) << title;
         }
         PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
-        HWND question = nullptr;  // it comes up over the file dialog, with its title
-        for (int i = 0; replace && i < 100 && !question; ++i, Sleep(20)) {
+        // The question comes up over the file dialog, with its title, or the dialog ends.
+        HWND question = nullptr;
+        for (int i = 0; replace && i < 500 && !question && IsWindow(box); ++i, Sleep(20)) {
             question = FindWindowExA(nullptr, nullptr, kDialogClass, title);
             if (question == box) question = FindWindowExA(nullptr, box, kDialogClass, title);
         }

@@ -198,14 +198,16 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
         const ControlBounds arrow = RightArrowBounds(38, 20);
         for (int pair = 0; pair < 2; ++pair) d.Click(kSliders, arrow.left + 3, arrow.top + 5, true);
         EXPECT_EQ(Middle(d, kShownColor), 0x444040u) << "64 and four steps";
-        // Held, the arrow goes on stepping with the repeat timer; released, it stops.
+        // Held, the arrow goes on stepping with the repeat timer: a step at the press and one
+        // on each tick, until three ticks have stepped (or 10 s have passed, however busy
+        // the machine). Released, it stops: in three ticks' time nothing steps.
         d.Mouse(kSliders, WM_LBUTTONDOWN, arrow.left + 3, arrow.top + 5);
-        Sleep(800);
+        for (int i = 0; i < 500 && Middle(d, kShownColor) >> 16 < 0x48; ++i) Sleep(20);
         d.Mouse(kSliders, WM_LBUTTONUP, arrow.left + 3, arrow.top + 5);
         d.Settle();
         const uint32_t held = Middle(d, kShownColor);
-        Sleep(400);
         EXPECT_GE(held >> 16, 0x48u) << "a step at the press and one on each tick";
+        Sleep(3 * RgbSliderPanel::kRepeatPeriod);
         EXPECT_EQ(Middle(d, kShownColor), held) << "no step after the release";
         d.Press(IDCANCEL);
     });
@@ -360,7 +362,7 @@ TEST_F(DialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
         EXPECT_EQ(d.Rows(), Rows{"C49"});
         PostMessageA(d.Item(kListButton), BM_CLICK, 0, 0);  // its popup: 7 items and 50 lists
         HWND popup = nullptr;
-        for (int i = 0; i < 200 && !popup; ++i, Sleep(10)) popup = FindWindowA("#32768", nullptr);
+        for (int i = 0; i < 500 && !popup; ++i, Sleep(20)) popup = FindWindowA("#32768", nullptr);
         ASSERT_NE(popup, nullptr);
         HMENU menu = reinterpret_cast<HMENU>(SendMessageA(popup, MN_GETHMENU, 0, 0));
         EXPECT_EQ(GetMenuItemCount(menu), 57);

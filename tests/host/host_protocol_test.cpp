@@ -243,7 +243,7 @@ DWORD WINAPI DriveAboutBox(void* data) {
     GetClientRect(ok, &r);
     PostMessageA(ok, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(r.right / 2, r.bottom / 2));
     PostMessageA(ok, WM_LBUTTONUP, 0, MAKELPARAM(r.right / 2, r.bottom / 2));
-    for (int i = 0; i < 200 && IsWindow(box); ++i) Sleep(25);
+    for (int i = 0; i < 400 && IsWindow(box); ++i) Sleep(25);
     seen += IsWindow(box) ? "; open after OK" : "; OK closed it";
     if (IsWindow(box)) PostMessageA(box, WM_COMMAND, IDOK, 0);  // do not hang
     return 0;
