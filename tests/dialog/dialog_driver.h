@@ -43,9 +43,24 @@ inline HWND WaitForWindow(DWORD thread, const char* caption, bool quiet = false)
     return nullptr;
 }
 
+// Every message the driver sends to the dialog's thread has a bound of its own: a thread
+// that hangs would otherwise hold the driver, and the test, until ctest's time limit.
+inline LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    DWORD_PTR result = 0;
+    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, 10000, &result))
+        return static_cast<LRESULT>(result);
+    if (GetLastError() != ERROR_TIMEOUT) return 0;  // a window that is gone answers nothing
+    fprintf(stderr, "FAILED: the dialog's thread did not answer message 0x%X in 10 s\n", message);
+    fflush(stderr);
+    std::_Exit(1);
+}
+inline LRESULT Send(HWND window, UINT message, WPARAM wParam, const void* lParam) {
+    return Send(window, message, wParam, reinterpret_cast<LPARAM>(lParam));
+}
+
 inline std::string WindowText(HWND window) {
     char text[600] = {};
-    GetWindowTextA(window, text, sizeof text);
+    Send(window, WM_GETTEXT, sizeof text, text);
     return text;
 }
 
@@ -110,14 +125,14 @@ struct DialogDriver {
     }
     std::vector<std::string> Rows() const {
         std::vector<std::string> rows;
-        for (LRESULT row = 0; row < SendMessageA(Item(kColorBox), LB_GETCOUNT, 0, 0); ++row) {
+        for (LRESULT row = 0; row < Send(Item(kColorBox), LB_GETCOUNT); ++row) {
             char text[300] = {};
-            SendMessageA(Item(kColorBox), LB_GETTEXT, row, reinterpret_cast<LPARAM>(text));
+            Send(Item(kColorBox), LB_GETTEXT, row, text);
             rows.emplace_back(text);
         }
         return rows;
     }
-    int SelectedRow() const { return int(SendMessageA(Item(kColorBox), LB_GETCURSEL, 0, 0)); }
+    int SelectedRow() const { return int(Send(Item(kColorBox), LB_GETCURSEL)); }
     void Screenshot(const std::string& name) const {
         EXPECT_FALSE(SaveScreenshot(dialog, name).empty()) << name;
     }
@@ -125,16 +140,16 @@ struct DialogDriver {
     // Lets posted messages arrive and be handled: a sent message returns once the
     // dialog's thread is back in its loop; the posted repaints come after the erase.
     void Settle() const {
-        for (int round = 0; round < 3; ++round, Sleep(30)) SendMessageA(dialog, WM_NULL, 0, 0);
+        for (int round = 0; round < 3; ++round, Sleep(30)) Send(dialog, WM_NULL);
     }
     void Press(int button) const {  // a click on a push button
-        SendMessageA(Item(button), BM_CLICK, 0, 0);
+        Send(Item(button), BM_CLICK);
         Settle();
     }
     // As a menu sends it; a posted command may open a modal window, for the driver to answer.
     void Command(int command, bool post = false) const {
         if (post) PostMessageA(Page(command), WM_COMMAND, command % kPicker, 0);
-        if (!post) SendMessageA(Page(command), WM_COMMAND, command % kPicker, 0);
+        if (!post) Send(Page(command), WM_COMMAND, command % kPicker);
         Settle();
     }
     void PostKey(int control, UINT key) const {
@@ -149,7 +164,7 @@ struct DialogDriver {
         const bool down = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || held;
         const LPARAM point = MAKELPARAM(place.left + x, place.top + y);
         if (post) PostMessageA(Page(control), message, down ? MK_LBUTTON : 0, point);
-        if (!post) SendMessageA(Page(control), message, down ? MK_LBUTTON : 0, point);
+        if (!post) Send(Page(control), message, down ? MK_LBUTTON : 0, point);
     }
     void Click(int control, int x, int y, bool twice = false, bool post = false) const {
         for (int i = 0; i < (twice ? 2 : 1); ++i) {
@@ -160,10 +175,10 @@ struct DialogDriver {
     }
     void ClickItem(int control, UINT placeMessage, int index) const {  // a tab or a row
         RECT item = {};
-        SendMessageA(Item(control), placeMessage, index, reinterpret_cast<LPARAM>(&item));
+        Send(Item(control), placeMessage, index, &item);
         const LPARAM point = MAKELPARAM((item.left + item.right) / 2, (item.top + item.bottom) / 2);
-        SendMessageA(Item(control), WM_LBUTTONDOWN, MK_LBUTTON, point);
-        SendMessageA(Item(control), WM_LBUTTONUP, 0, point);
+        Send(Item(control), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        Send(Item(control), WM_LBUTTONUP, 0, point);
         Settle();
     }
     void ChooseTab(int index) const { ClickItem(kTabs, TCM_GETITEMRECT, index); }
@@ -205,25 +220,28 @@ struct DialogDriver {
         for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
             char kind[32] = {};
             GetClassNameA(child, kind, sizeof kind);
-            if (lstrcmpiA(kind, "Static") == 0 && GetWindowTextLengthA(child) > 0)
+            if (lstrcmpiA(kind, "Static") == 0 && !WindowText(child).empty())
                 text = WindowText(child);
         }
         Close(box, button);
         return text;
     }
-    // Types `path` and presses OK, or Cancel for an empty path; gives the name offered.
-    // With `replace` the question whether to replace the file must come, and gets Yes.
-    std::string AnswerFileDialog(const char* title, const std::string& path,
-                                 bool replace = false) const {
+    // Types `path` and presses OK, or Cancel for an empty path; gives the name offered and
+    // the first of the file types offered. With `replace` the question whether to replace
+    // the file must come, and gets Yes.
+    Seen AnswerFileDialog(const char* title, const std::string& path, bool replace = false) const {
+        enum { kTypeList = 0x470 };  // the published id of the list of file types
         HWND box = Wait(title);
-        if (!box) return "";
+        if (!box) return {};
         Sleep(300);           // the folder view fills in after the window shows
         HWND name = nullptr;  // the one edit field, inside the file name's combo box
         EnumChildWindows(box, FindEdit, reinterpret_cast<LPARAM>(&name));
         EXPECT_TRUE(name != nullptr) << "no file name field in " << title;
-        const std::string offered = WindowText(name);
+        char type[64] = {};
+        Send(GetDlgItem(box, kTypeList), CB_GETLBTEXT, 0, type);
+        const Seen offered = {WindowText(name), type};
         if (name && !path.empty()) {  // over the offered name, and read back before OK
-            SetWindowTextA(name, path.c_str());
+            Send(name, WM_SETTEXT, 0, path.c_str());
             EXPECT_EQ(WindowText(name), path) << title;
         }
         PostMessageA(box, WM_COMMAND, MAKEWPARAM(path.empty() ? IDCANCEL : IDOK, BN_CLICKED), 0);
@@ -248,10 +266,10 @@ struct DialogDriver {
         const std::pair<int, int> values[] = {{kRed, red}, {kGreen, green}, {kBlue, blue}};
         for (const auto& [id, value] : values) {
             shown += (shown.empty() ? "" : ",") + WindowText(GetDlgItem(box, id));
-            SetDlgItemTextA(box, id, std::to_string(value).c_str());
+            Send(GetDlgItem(box, id), WM_SETTEXT, 0, std::to_string(value).c_str());
         }
-        SendMessageA(box, WM_COMMAND, MAKEWPARAM(kAdd, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(box, kAdd)));
+        Send(box, WM_COMMAND, MAKEWPARAM(kAdd, BN_CLICKED),
+             reinterpret_cast<LPARAM>(GetDlgItem(box, kAdd)));
         Close(box, ok ? IDOK : IDCANCEL);
         return shown;
     }

@@ -364,7 +364,7 @@ TEST_F(DialogTest, FiftyListsAtMostAndADamagedFileKeptAside) {
         HWND popup = nullptr;
         for (int i = 0; i < 500 && !popup; ++i, Sleep(20)) popup = FindWindowA("#32768", nullptr);
         ASSERT_NE(popup, nullptr);
-        HMENU menu = reinterpret_cast<HMENU>(SendMessageA(popup, MN_GETHMENU, 0, 0));
+        HMENU menu = reinterpret_cast<HMENU>(Send(popup, MN_GETHMENU));
         EXPECT_EQ(GetMenuItemCount(menu), 57);
         char first[64] = {}, last[64] = {};
         GetMenuStringA(menu, 7, first, sizeof first, MF_BYPOSITION);
@@ -503,7 +503,7 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
 
     Run([&](DialogDriver& d) {
         d.Command(kExport, true);
-        EXPECT_EQ(d.AnswerFileDialog("Export List", ""), "Web.TSL");
+        EXPECT_EQ(d.AnswerFileDialog("Export List", ""), Seen("Web.TSL", "Tessellum List files"));
         EXPECT_EQ(ReadWholeFile(exported).size(), 0u) << "cancelled: no file";
         d.Command(kExport, true);
         d.AnswerFileDialog("Export List", exported);
@@ -511,7 +511,8 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
         d.AnswerFileDialog("Export List", exported, true);
         for (int i = 0; i < 2; ++i) {  // two lists; the selection stays on Web
             d.Command(kImport, true);
-            EXPECT_EQ(d.AnswerFileDialog("Import List", exported), "*.TSL");
+            EXPECT_EQ(d.AnswerFileDialog("Import List", exported),
+                      Seen("*.TSL", "Tessellum List files"));
         }
         EXPECT_EQ(d.Text(kListButton), "Web");
         d.Command(kImport, true);
