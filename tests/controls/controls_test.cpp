@@ -423,13 +423,6 @@ TEST(ColorText, TheFiveFormsOfAColourAndWhatTypingMayLeadTo) {
         EXPECT_EQ(ParseChannelText(text, hex, &read) ? read : -1, value) << text << " " << hex;
         EXPECT_EQ(ChannelTextTypable(text, hex), value >= 0 || *text == '\0') << text;
     }
-    char text[8];
-    FormatChannelText(7, false, text);
-    EXPECT_STREQ(text, "7");
-    FormatChannelText(7, true, text);
-    EXPECT_STREQ(text, "07");
-    FormatColorText({0x3C, 0x78, 0xB4}, text);
-    EXPECT_STREQ(text, "#3C78B4");
 }
 
 // The read-outs' boxes stand 3 left of and 2 above the texts the panel draws (at x + 160

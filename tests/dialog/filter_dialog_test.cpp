@@ -253,11 +253,11 @@ bool Over(const DialogDriver& d, HWND field, int row, ReadoutColumn column) {
     return rect.left == box.left && rect.top == box.top && rect.right == box.right &&
            rect.bottom == box.bottom;
 }
-// Polls for `event` for at most 2 seconds; a failure names it.
+// Polls for `event` for at most 5 seconds; a failure names it.
 bool Until(const char* event, const std::function<bool()>& happened) {
-    for (int i = 0; i < 100; ++i, Sleep(20))
+    for (int i = 0; i < 250; ++i, Sleep(20))
         if (happened()) return true;
-    ADD_FAILURE() << "in vain after 2 s: " << event;
+    ADD_FAILURE() << "in vain after 5 s: " << event;
     return false;
 }
 HWND FocusOf(const DialogDriver& d) {
