@@ -425,19 +425,25 @@ TEST(ColorText, TheFiveFormsOfAColourAndWhatTypingMayLeadTo) {
     }
 }
 
-// The read-outs' boxes stand 3 left of and 2 above the texts the panel draws (at x + 160
-// and x + 210, 3 above each bar: the log of the test above), scaled from 96 DPI; a click
-// finds the box at its edges, and Tab goes round the rows.
+// The read-outs' boxes stand 3 left of and 2 above the texts that the panel draws, scaled
+// from 96 DPI; a click finds a box at its edges, and Tab goes round the rows.
 TEST(ReadoutBounds, OverTheTextsAtEveryScaleAndHitAtTheirEdges) {
     using C = ReadoutColumn;
     const auto box = [](int32_t row, C column, int32_t dpi) {
         const ControlBounds b = ReadoutBounds(100, 50, row, column, dpi);
         return std::vector<int32_t>{b.left, b.top, b.right, b.bottom};
     };
-    EXPECT_EQ(box(0, C::kDecimal, 96), (std::vector<int32_t>{257, 45, 287, 62})) << "'0' 260,47";
-    EXPECT_EQ(box(2, C::kHex, 96), (std::vector<int32_t>{307, 95, 331, 112})) << "'00' 310,97";
-    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 96), (std::vector<int32_t>{307, 28, 379, 45}))
-        << "'Hex' 310,30";
+    Panel panel;  // bars at x 100, y 50
+    panel.Repaint(true);
+    for (int32_t row = kColumnHeadRow; row < 3; ++row) {
+        for (C column : {C::kDecimal, C::kHex}) {
+            const std::vector<int32_t> b = box(row, column, 96);
+            const std::string at = " " + std::to_string(b[0] + 3) + "," + std::to_string(b[1] + 2);
+            EXPECT_NE(panel.log.find(at + ";"), std::string::npos) << row << at << panel.log;
+        }
+    }
+    EXPECT_EQ(box(0, C::kDecimal, 96), (std::vector<int32_t>{257, 45, 287, 62}));
+    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 96), (std::vector<int32_t>{307, 28, 379, 45}));
     // 150%: 157 x 1.5 = 235.5 and -5 x 1.5 = -7.5 round away from zero, as MulDiv does.
     EXPECT_EQ(box(1, C::kDecimal, 144), (std::vector<int32_t>{336, 80, 381, 106}));
     EXPECT_EQ(box(kColumnHeadRow, C::kHex, 144), (std::vector<int32_t>{411, 17, 519, 42}));
