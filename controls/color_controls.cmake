@@ -4,6 +4,7 @@
 add_library(tessellum_color_control_logic STATIC
   ${CMAKE_CURRENT_LIST_DIR}/slider_gradient.cpp
   ${CMAKE_CURRENT_LIST_DIR}/slider_readout.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/color_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/color_box_painters.cpp
   ${CMAKE_CURRENT_LIST_DIR}/color_pair_layout.cpp)
 target_link_libraries(tessellum_color_control_logic PUBLIC tessellum_pixels)

@@ -52,6 +52,8 @@ public:
     }
 
     bool IsEnabled() const { return enabled != 0; }
+    int32_t BarLeft() const { return x; }  // in the owner's client area
+    int32_t FirstBarTop() const { return y; }
     uint8_t Red() const { return red; }
     uint8_t Green() const { return green; }
     uint8_t Blue() const { return blue; }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 
 #include "controls/control.h"
 
@@ -39,6 +40,56 @@ constexpr uint8_t DragValue(int32_t pointX, int32_t barX) {
     if (d < 0) return 0;
     if (d >= 127) return 255;
     return static_cast<uint8_t>(2 * d);
+}
+
+// A length of the panel at the standard 96 DPI, at `dpi`: rounded to the nearest pixel,
+// halves away from zero, as the platform's MulDiv rounds.
+constexpr int32_t ScaleFrom96(int32_t length, int32_t dpi) {
+    const int64_t product = static_cast<int64_t>(length) * dpi;
+    return static_cast<int32_t>(product >= 0 ? (product + 48) / 96 : -((-product + 48) / 96));
+}
+
+enum class ReadoutColumn { kDecimal, kHex };
+constexpr int32_t kColumnHeadRow = -1;  // the "Dec" and "Hex" heads above row 0
+
+// The box of a read-out that a click hits and its edit field covers: the value of row 0
+// to 2 in its column, or a column head. barX and firstBarTop are the panel's own, in
+// the page's pixels; the offsets from them are those at 96 DPI, scaled to `dpi`. A row's
+// text stands 160 (decimal) or 210 (hex) right of the bar and 3 above it, rows 25 apart,
+// the heads 20 above the first bar; the box reaches 3 left and 2 up from the text. The
+// head's box is wide enough for "#RRGGBB" and more.
+constexpr ControlBounds ReadoutBounds(int32_t barX, int32_t firstBarTop, int32_t row,
+                                      ReadoutColumn column, int32_t dpi) {
+    const int32_t left = column == ReadoutColumn::kDecimal ? 157 : 207;
+    const int32_t width = row == kColumnHeadRow ? 72 : column == ReadoutColumn::kDecimal ? 30 : 24;
+    const int32_t top = row == kColumnHeadRow ? -22 : 25 * row - 5;
+    return {barX + ScaleFrom96(left, dpi), firstBarTop + ScaleFrom96(top, dpi),
+            barX + ScaleFrom96(left + width, dpi), firstBarTop + ScaleFrom96(top + 17, dpi)};
+}
+
+// The read-out under a point: a row's value (row 0 to 2), the "Hex" head (the whole
+// colour, kColumnHeadRow), or none (kNoReadout). The "Dec" head opens nothing.
+constexpr int32_t kNoReadout = 3;
+struct ReadoutHit {
+    int32_t row;
+    ReadoutColumn column;
+};
+
+constexpr ReadoutHit FindReadout(int32_t barX, int32_t firstBarTop, int32_t pointX, int32_t pointY,
+                                 int32_t dpi) {
+    for (int32_t row = kColumnHeadRow; row < 3; ++row) {
+        for (ReadoutColumn column : {ReadoutColumn::kDecimal, ReadoutColumn::kHex}) {
+            if (row == kColumnHeadRow && column == ReadoutColumn::kDecimal) continue;
+            if (BoundsContain(ReadoutBounds(barX, firstBarTop, row, column, dpi), pointX, pointY))
+                return {row, column};
+        }
+    }
+    return {kNoReadout, ReadoutColumn::kDecimal};
+}
+
+// Tab moves a row's field down a row, Shift+Tab up, round from the last to the first.
+constexpr int32_t NextReadoutRow(int32_t row, bool backwards) {
+    return (row + (backwards ? 2 : 1)) % 3;
 }
 
 }  // namespace tessellum

@@ -6,6 +6,7 @@
 #include "controls/pattern_painters.h"
 #include "dialog/dialog_logic.h"
 #include "dialog/filter_dialog.h"
+#include "dialog/value_field.h"
 #include "resources/resource_ids.h"
 
 namespace tessellum {
@@ -110,6 +111,7 @@ void PickerDispatch(FilterDialog& dialog, HWND page, UINT message, WPARAM wParam
         // a press like any other, on a step arrow as anywhere.
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK: {
+            CloseValueFieldForClick();
             if (sliders.HandleMouseDown(lParam)) {
                 dialog.ShowNewColor(1);
                 dialog.SlidersChanged();
@@ -117,7 +119,11 @@ void PickerDispatch(FilterDialog& dialog, HWND page, UINT message, WPARAM wParam
             }
             const MousePoint point = PointFromLParam(lParam);
             ForeBackBox& host = *dialog.ForeBack();
-            if (!sliders.IsEnabled() || !host.HandleClick(point.x, point.y)) return;
+            if (!sliders.IsEnabled()) return;
+            if (!host.HandleClick(point.x, point.y)) {
+                OpenValueFieldAt(page, point.x, point.y);  // on a read-out: its value typed
+                return;
+            }
             uint8_t red = 0, green = 0, blue = 0;
             if (host.IsFrontActive())
                 host.GetFront(red, green, blue);
@@ -151,6 +157,8 @@ void PickerDispatch(FilterDialog& dialog, HWND page, UINT message, WPARAM wParam
 // Always 0, so the default handling (the erase among it) still takes place. Until the
 // dialog is built the page is left to the dialog manager.
 INT_PTR CALLBACK ColorPickerPageProc(HWND page, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) WatchColorPickerPage(page);
+    if (message == WM_DESTROY) StopWatchingColorPickerPage();
     if (activeDialog == nullptr || !activeDialog->Ready()) return 0;
     try {
         PickerDispatch(*activeDialog, page, message, wParam, lParam);

@@ -12,6 +12,7 @@
 #include "color/palette.h"
 #include "controls/color_box_painters.h"
 #include "controls/color_pair_layout.h"
+#include "controls/color_text.h"
 #include "controls/grid_geometry.h"
 #include "controls/grid_painter.h"
 #include "controls/pattern_painters.h"
@@ -355,6 +356,123 @@ TEST(RgbSliderLogic, ThumbsHitTenBySixAndDragToEvenValuesThen255ArrowsHitSixByEl
     panel.SetGreen(10);
     EXPECT_TRUE(panel.HandleMouseDown(LParam(92, 75)) && panel.HandleTimer());
     EXPECT_EQ(panel.Green(), 8);
+}
+
+// Typed and pasted text: each case is a text, whether it is a whole colour (and which),
+// and whether the whole colour's field may hold it while it is typed.
+TEST(ColorText, TheFiveFormsOfAColourAndWhatTypingMayLeadTo) {
+    const struct {
+        const char* text;
+        int64_t color;  // 0xRRGGBB, or -1: not a colour
+        bool typable;
+    } cases[] = {
+        {"#3C78B4", 0x3C78B4, true},
+        {"3c78b4", 0x3C78B4, true},
+        {"#FFF", 0xFFFFFF, true},
+        {"#0a5", 0x00AA55, true},
+        {"rgb(60, 120, 180)", 0x3C78B4, true},
+        {"RGB ( 0,0,255 )", 0x0000FF, true},
+        {"60,120,180", 0x3C78B4, true},
+        {" 1 , 2 , 3 ", 0x010203, true},
+        {"  #3C78B4\r\n", 0x3C78B4, true},
+        {"007,0,255", 0x0700FF, true},
+        {"255,255,255", 0xFFFFFF, true},  // beginnings that more typing can finish
+        {"", -1, true},
+        {"  ", -1, true},
+        {"#", -1, true},
+        {"#3C78B", -1, true},
+        {"123", -1, true},
+        {"rg", -1, true},
+        {"rgb(1,2,3", -1, true},
+        {"12, 3", -1, true},
+        {"rgb(1, 2,", -1, true},  // and texts that nothing can finish
+        {"#GG0000", -1, false},
+        {"rgb(256,0,0)", -1, false},
+        {"256,0,0", -1, false},
+        {"1000,0,0", -1, false},
+        {"#3C78B45", -1, false},
+        {"#3C78 ", -1, false},
+        {"# 3C78B4", -1, false},
+        {"0x3C78B4", -1, false},
+        {"1,2,3,", -1, false},
+        {"1 2 3", -1, false},
+        {"rgb(1,,2,3)", -1, false},
+        {"rgb(1,2,3))", -1, false},
+        {"-1,0,0", -1, false},
+        {"r,", -1, false},
+        {"rgb(1\t2,3)", -1, false},
+    };
+    for (const auto& c : cases) {
+        Rgb8 color = {7, 7, 7};
+        const bool parsed = ParseColorText(c.text, &color);
+        EXPECT_EQ(parsed ? (color.red << 16) | (color.green << 8) | color.blue : -1, c.color)
+            << "\"" << c.text << "\"";
+        EXPECT_EQ(ColorTextTypable(c.text), c.typable) << "\"" << c.text << "\"";
+    }
+    // One channel in its column: digits only, in range; the empty field may be typed on.
+    const struct {
+        const char* text;
+        bool hex;
+        int value;  // -1: refused
+    } channels[] = {{"0", false, 0},     {"255", false, 255}, {"007", false, 7}, {"256", false, -1},
+                    {"1000", false, -1}, {"ff", false, -1},   {" 1", false, -1}, {"-1", false, -1},
+                    {"3c", true, 60},    {"Ff", true, 255},   {"0", true, 0},    {"100", true, -1},
+                    {"g", true, -1},     {"", true, -1},      {"", false, -1}};
+    for (const auto& [text, hex, value] : channels) {
+        uint8_t read = 99;
+        EXPECT_EQ(ParseChannelText(text, hex, &read) ? read : -1, value) << text << " " << hex;
+        EXPECT_EQ(ChannelTextTypable(text, hex), value >= 0 || *text == '\0') << text;
+    }
+}
+
+// The read-outs' boxes stand 3 left of and 2 above the texts that the panel draws, scaled
+// from 96 DPI; a click finds a box at its edges, and Tab goes round the rows.
+TEST(ReadoutBounds, OverTheTextsAtEveryScaleAndHitAtTheirEdges) {
+    using C = ReadoutColumn;
+    const auto box = [](int32_t row, C column, int32_t dpi) {
+        const ControlBounds b = ReadoutBounds(100, 50, row, column, dpi);
+        return std::vector<int32_t>{b.left, b.top, b.right, b.bottom};
+    };
+    Panel panel;  // bars at x 100, y 50
+    panel.Repaint(true);
+    for (int32_t row = kColumnHeadRow; row < 3; ++row) {
+        for (C column : {C::kDecimal, C::kHex}) {
+            const std::vector<int32_t> b = box(row, column, 96);
+            const std::string at = " " + std::to_string(b[0] + 3) + "," + std::to_string(b[1] + 2);
+            EXPECT_NE(panel.log.find(at + ";"), std::string::npos) << row << at << panel.log;
+        }
+    }
+    EXPECT_EQ(box(0, C::kDecimal, 96), (std::vector<int32_t>{257, 45, 287, 62}));
+    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 96), (std::vector<int32_t>{307, 28, 379, 45}));
+    // 150%: 157 x 1.5 = 235.5 and -5 x 1.5 = -7.5 round away from zero, as MulDiv does.
+    EXPECT_EQ(box(1, C::kDecimal, 144), (std::vector<int32_t>{336, 80, 381, 106}));
+    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 144), (std::vector<int32_t>{411, 17, 519, 42}));
+    EXPECT_EQ(box(2, C::kHex, 192), (std::vector<int32_t>{514, 140, 562, 174}));
+    const struct {
+        int32_t x, y, row;
+        C column;
+    } points[] = {{257, 45, 0, C::kDecimal},
+                  {286, 61, 0, C::kDecimal},
+                  {287, 50, kNoReadout, C::kDecimal},
+                  {256, 50, kNoReadout, C::kDecimal},
+                  {307, 70, 1, C::kHex},
+                  {330, 111, 2, C::kHex},
+                  {320, 44, kColumnHeadRow, C::kHex},
+                  {378, 28, kColumnHeadRow, C::kHex},
+                  {270, 30, kNoReadout, C::kDecimal},
+                  {300, 80, kNoReadout, C::kDecimal}};
+    for (const auto& p : points) {
+        const ReadoutHit hit = FindReadout(100, 50, p.x, p.y, 96);
+        EXPECT_EQ(hit.row, p.row) << p.x << "," << p.y;
+        if (hit.row != kNoReadout) {
+            EXPECT_EQ(hit.column, p.column) << p.x << "," << p.y;
+        }
+    }
+    EXPECT_EQ(FindReadout(100, 50, 336, 80, 144).row, 1);
+    EXPECT_EQ(NextReadoutRow(0, false), 1);
+    EXPECT_EQ(NextReadoutRow(2, false), 0);
+    EXPECT_EQ(NextReadoutRow(0, true), 2);
+    EXPECT_EQ(NextReadoutRow(2, true), 1);
 }
 
 using namespace art;

@@ -78,6 +78,31 @@ inline void Keys(const std::string& text, WORD key = 0) {
     Sleep(50);
 }
 
+// A key pressed while a modifier is held (Shift+Tab, Ctrl+V), as real keystrokes.
+inline void Chord(WORD modifier, WORD key) {
+    const WORD order[4] = {modifier, key, key, modifier};
+    INPUT strokes[4] = {};
+    for (int i = 0; i < 4; ++i) {
+        strokes[i].type = INPUT_KEYBOARD;
+        strokes[i].ki.wVk = order[i];
+        strokes[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
+    }
+    EXPECT_EQ(SendInput(4, strokes, sizeof(INPUT)), 4u);
+    Sleep(50);
+}
+
+// Puts `text` on the clipboard as CF_TEXT, owned by `owner`.
+inline void SetClipboardText(HWND owner, const std::string& text) {
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    ASSERT_NE(block, nullptr);
+    lstrcpyA(static_cast<char*>(GlobalLock(block)), text.c_str());
+    GlobalUnlock(block);
+    ASSERT_TRUE(OpenClipboard(owner));
+    EmptyClipboard();
+    EXPECT_NE(SetClipboardData(CF_TEXT, block), nullptr);
+    CloseClipboard();
+}
+
 inline BOOL CALLBACK FindEdit(HWND child, LPARAM found) {  // stops at the first edit field
     char kind[16] = {};
     GetClassNameA(child, kind, sizeof kind);

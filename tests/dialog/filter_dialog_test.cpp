@@ -228,6 +228,160 @@ TEST_F(DialogTest, SlidersAndConvertEditTheSelectedColorAndCancelKeepsTheTile) {
     EXPECT_EQ(Rgb(grey->cells.Cell(2, 2)), 0xFFFFFFu) << "cells outside the 2x2 corner stay";
 }
 
+// The edit field open on the Color Picker page, if any.
+HWND Field(const DialogDriver& d) {
+    HWND edit = nullptr;
+    EnumChildWindows(d.picker, FindEdit, reinterpret_cast<LPARAM>(&edit));
+    return edit;
+}
+// A read-out's box relative to the slider place (as the driver clicks), or with `inPage`
+// in the page's pixels (as the field stands); the bars start 38 and 20 into the place.
+ControlBounds Readout(const DialogDriver& d, int row, ReadoutColumn column, bool inPage = false) {
+    HDC dc = GetDC(d.picker);
+    const int dpi = GetDeviceCaps(dc, LOGPIXELSY);
+    ReleaseDC(d.picker, dc);
+    const RECT place = inPage ? d.Place(kSliders) : RECT{};
+    return ReadoutBounds(place.left + 38, place.top + 20, row, column, dpi);
+}
+void ClickReadout(const DialogDriver& d, int row, ReadoutColumn column) {
+    const ControlBounds box = Readout(d, row, column);
+    d.Click(kSliders, (box.left + box.right) / 2, (box.top + box.bottom) / 2);
+}
+bool Over(const DialogDriver& d, HWND field, int row, ReadoutColumn column) {
+    const ControlBounds box = Readout(d, row, column, true);
+    RECT rect = {};
+    GetWindowRect(field, &rect);
+    MapWindowPoints(nullptr, d.picker, reinterpret_cast<POINT*>(&rect), 2);
+    return rect.left == box.left && rect.top == box.top && rect.right == box.right &&
+           rect.bottom == box.bottom;
+}
+// Polls for `event` for at most 5 seconds; a failure names it.
+bool Until(const char* event, const std::function<bool()>& happened) {
+    for (int i = 0; i < 250; ++i, Sleep(20))
+        if (happened()) return true;
+    ADD_FAILURE() << "in vain after 5 s: " << event;
+    return false;
+}
+HWND FocusOf(const DialogDriver& d) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(d.dialog, nullptr), &info);
+    return info.hwndFocus;
+}
+// Ctrl+V with `text` on the clipboard, then Tab: once the focus has moved on, the paste
+// before it has been handled, whatever it did.
+void Paste(const DialogDriver& d, const std::string& text) {
+    SetClipboardText(d.dialog, text);
+    const HWND before = FocusOf(d);
+    Chord(VK_CONTROL, 'V');
+    Keys("", VK_TAB);
+    Until("the Tab after Ctrl+V", [&] { return FocusOf(d) != before; });
+}
+
+// Values typed over the read-outs and colours pasted, with real keys. Run 1, on a black
+// 2x2 colour: red's hex typed, green's reached by Tab, keys refused, Shift+Tab, Escape,
+// and #3C78B4 pasted and filled. Run 2: the mean of that tile, a paste refused, the whole
+// colour typed over the "Hex" head; a 3x3 colour in Convert takes no field and no paste.
+TEST_F(DialogTest, ValuesTypedOverTheReadoutsAndPastedColoursWorkAsTheSliders) {
+    {
+        ColorLibrary library;
+        ColorList* web = AddList(library, "Web");
+        std::memset(&AddColor(*web, "Black", 2, 1)->cells, 0, sizeof(Pattern));
+        std::memset(&AddColor(*web, "Odd3", 3, 2)->cells, 0x12, sizeof(Pattern));
+        Save(library);
+    }
+    using C = ReadoutColumn;
+    const auto closed = [](const DialogDriver& d) {
+        return Until("the field closes", [&] { return Field(d) == nullptr; });
+    };
+    const host::RunReport report = Run([&](DialogDriver& d) {
+        ClickReadout(d, 0, C::kHex);
+        HWND field = Field(d);
+        ASSERT_NE(field, nullptr) << "a click on red's hex read-out opens a field";
+        EXPECT_TRUE(Over(d, field, 0, C::kHex));
+        EXPECT_EQ(WindowText(field), "00");
+        EXPECT_EQ(SendMessageA(field, EM_GETSEL, 0, 0), MAKELONG(0, 2)) << "all of it selected";
+        EXPECT_EQ(SendMessageA(field, WM_GETFONT, 0, 0), SendMessageA(d.picker, WM_GETFONT, 0, 0));
+        EXPECT_EQ(FocusOf(d), field);
+        Keys("3c");
+        Until("3c typed", [&] { return WindowText(field) == "3c"; });
+        d.Screenshot("dialog_value_field");
+        Keys("", VK_RETURN);
+        closed(d);
+        EXPECT_TRUE(IsWindow(d.dialog) && IsWindowVisible(d.dialog)) << "Enter pressed no Fill";
+        EXPECT_EQ(Middle(d, kShownColor), 0x3C0000u);
+
+        ClickReadout(d, 0, C::kHex);
+        Keys("", VK_TAB);
+        Until("Tab moves the field to green's hex",
+              [&] { return (field = Field(d)) != nullptr && Over(d, field, 1, C::kHex); });
+        Keys("78");
+        Keys("", VK_RETURN);
+        closed(d);
+        EXPECT_EQ(Middle(d, kShownColor), 0x3C7800u);
+        // Shift+Tab from green's decimal; 300 is out of range and g no digit: both refused.
+        ClickReadout(d, 1, C::kDecimal);
+        EXPECT_EQ(WindowText(Field(d)), "120");
+        Chord(VK_SHIFT, VK_TAB);
+        Until("Shift+Tab moves the field to red's decimal",
+              [&] { return (field = Field(d)) != nullptr && Over(d, field, 0, C::kDecimal); });
+        EXPECT_EQ(WindowText(field), "60");
+        Keys("300g");
+        Keys("", VK_RETURN);
+        closed(d);
+        EXPECT_EQ(Middle(d, kShownColor), 0x1E7800u) << "30 went in, the field stayed open";
+        ClickReadout(d, 2, C::kDecimal);
+        Keys("99");
+        Keys("", VK_ESCAPE);
+        closed(d);
+        EXPECT_EQ(Middle(d, kShownColor), 0x1E7800u) << "Escape changes nothing";
+        EXPECT_TRUE(IsWindow(d.dialog) && IsWindowVisible(d.dialog)) << "nor ends the dialog";
+        Paste(d, "#3C78B4");
+        EXPECT_EQ(Middle(d, kShownColor), 0x3C78B4u);
+        d.Press(IDOK);
+    });
+    EXPECT_EQ(report.result, 0);
+    ASSERT_EQ(block.size(), 198u);
+    const uint32_t tile[4] = {0x336699, 0x3399CC, 0x3399CC, 0x336699};  // #3C78B4's checker
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(BlockCell(i / 2, i % 2), tile[i]) << i;
+    const Bytes filled = block;
+
+    Run([&](DialogDriver& d) {
+        EXPECT_EQ(Middle(d, kShownColor), 0x3380B3u) << "the mean of the tile Black now holds";
+        Paste(d, "#GG0000");
+        EXPECT_EQ(Middle(d, kShownColor), 0x3380B3u);
+        ClickReadout(d, kColumnHeadRow, C::kHex);
+        HWND field = Field(d);
+        ASSERT_NE(field, nullptr) << "a click on the Hex head opens the whole colour's field";
+        EXPECT_TRUE(Over(d, field, kColumnHeadRow, C::kHex));
+        EXPECT_EQ(WindowText(field), "#3380B3");
+        Keys("rgb(51, 102, 153)");
+        Until("the colour typed", [&] { return WindowText(field) == "rgb(51, 102, 153)"; });
+        d.Screenshot("dialog_color_field");
+        Keys("", VK_RETURN);
+        closed(d);
+        EXPECT_EQ(Middle(d, kShownColor), 0x336699u);
+
+        d.SelectRow(1);  // Odd3: the Convert state
+        EXPECT_TRUE(d.Visible(kConvert));
+        ClickReadout(d, 0, C::kHex);
+        ClickReadout(d, kColumnHeadRow, C::kHex);
+        EXPECT_EQ(Field(d), nullptr) << "no field in the Convert state";
+        Paste(d, "#3C78B4");
+        EXPECT_TRUE(d.Visible(kConvert));
+        d.Press(IDCANCEL);
+    });
+    EXPECT_EQ(Bytes(block.begin() + 4, block.end()), Bytes(filled.begin() + 4, filled.end()))
+        << "Cancel keeps the stored tile";
+    const auto library = Saved();
+    const auto* web = static_cast<ColorList*>(library->colorLists->ValueAt(0));
+    const auto* black = static_cast<ColorEntry*>(web->entries.ValueAt(0));
+    const auto* odd = static_cast<ColorEntry*>(web->entries.ValueAt(1));
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(Rgb(black->cells.Cell(i / 2, i % 2)), 0x336699u) << i;
+    EXPECT_EQ(odd->gridSize, 3);
+    EXPECT_EQ(Rgb(odd->cells.Cell(0, 0)), 0x121212u) << "no paste reached the 3x3 colour";
+}
+
 // Both pages' controls as a click reaches them, in one run: the back box loads the host's
 // background colour; the pencil is selected from the start; swatches, pencil, eraser and
 // eyedropper; the cursor per region; a GridSize from the popup's command; drag painting;
