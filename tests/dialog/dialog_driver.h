@@ -124,6 +124,26 @@ inline BOOL CALLBACK NameWindow(HWND window, LPARAM names) {
     return TRUE;
 }
 
+// The dialog thread's queue as the driver sees it: a hook on that thread notes each time it
+// takes the driver's marker from its queue, and whether anything else (a posted message, a
+// paint, input; not a timer) was still waiting then.
+struct QueueWatch {
+    HHOOK hook = nullptr;
+    std::atomic<long> markersTaken{0};
+    std::atomic<bool> idle{false};
+};
+inline QueueWatch queueWatch;
+constexpr WPARAM kSettleMarker = 0x5E771E;
+
+inline LRESULT CALLBACK WatchQueue(int code, WPARAM removal, LPARAM message) {
+    const MSG& taken = *reinterpret_cast<const MSG*>(message);
+    if (code == HC_ACTION && taken.message == WM_NULL && taken.wParam == kSettleMarker) {
+        queueWatch.idle = (HIWORD(GetQueueStatus(QS_ALLINPUT)) & ~QS_TIMER) == 0;
+        ++queueWatch.markersTaken;
+    }
+    return CallNextHookEx(nullptr, code, removal, message);
+}
+
 struct DialogDriver {
     HWND dialog = nullptr, picker = nullptr, pattern = nullptr;
 
@@ -162,10 +182,25 @@ struct DialogDriver {
         EXPECT_FALSE(SaveScreenshot(dialog, name).empty()) << name;
     }
 
-    // Lets posted messages arrive and be handled: a sent message returns once the
-    // dialog's thread is back in its loop; the posted repaints come after the erase.
+    // Waits until the dialog's thread has handled everything that was waiting for it: the
+    // posted repaints that follow an erase, the paints themselves, keystrokes. A marker is
+    // posted behind them, and posted again until the thread takes one with nothing else
+    // waiting, however busy the machine.
     void Settle() const {
-        for (int round = 0; round < 3; ++round, Sleep(30)) Send(dialog, WM_NULL);
+        for (int round = 0; round < 200; ++round) {
+            const long taken = queueWatch.markersTaken;
+            if (!PostMessageA(dialog, WM_NULL, kSettleMarker, 0)) return;  // the dialog ended
+            for (const ULONGLONG start = GetTickCount64(); queueWatch.markersTaken == taken;
+                 Sleep(1)) {
+                if (!IsWindow(dialog)) return;  // ended, and its loop with it
+                if (GetTickCount64() - start < 10000) continue;
+                fprintf(stderr, "FAILED: the dialog's thread took no message in 10 s\n");
+                fflush(stderr);
+                std::_Exit(1);
+            }
+            if (queueWatch.idle) return;
+        }
+        ADD_FAILURE() << "the dialog's thread never ran out of messages";
     }
     void Press(int button) const {  // a click on a push button
         Send(Item(button), BM_CLICK);
@@ -321,6 +356,8 @@ inline bool WithDialog(const std::function<void()>& run,
             std::_Exit(1);
         }
         appeared = true;
+        queueWatch.hook = SetWindowsHookExA(WH_GETMESSAGE, WatchQueue, nullptr, thread);
+        ASSERT_NE(queueWatch.hook, nullptr);
         HWND tabs = GetDlgItem(d.dialog, kTabs);
         for (HWND page = GetWindow(tabs, GW_CHILD); page; page = GetWindow(page, GW_HWNDNEXT)) {
             if (GetDlgItem(page, kPickerTile % kPicker)) d.picker = page;
@@ -333,6 +370,7 @@ inline bool WithDialog(const std::function<void()>& run,
         // with what stayed on the screen, rather than at the time limit with nothing.
         for (int i = 0; i < 100 && IsWindow(d.dialog); ++i, Sleep(100))
             EnumThreadWindows(thread, CancelWindow, 0);
+        UnhookWindowsHookEx(queueWatch.hook);
         if (!IsWindow(d.dialog)) return;
         std::string left;
         EnumThreadWindows(thread, NameWindow, reinterpret_cast<LPARAM>(&left));

@@ -300,8 +300,8 @@ TEST_F(DialogTest, ValuesTypedOverTheReadoutsAndPastedColoursWorkAsTheSliders) {
         ASSERT_NE(field, nullptr) << "a click on red's hex read-out opens a field";
         EXPECT_TRUE(Over(d, field, 0, C::kHex));
         EXPECT_EQ(WindowText(field), "00");
-        EXPECT_EQ(SendMessageA(field, EM_GETSEL, 0, 0), MAKELONG(0, 2)) << "all of it selected";
-        EXPECT_EQ(SendMessageA(field, WM_GETFONT, 0, 0), SendMessageA(d.picker, WM_GETFONT, 0, 0));
+        EXPECT_EQ(Send(field, EM_GETSEL), MAKELONG(0, 2)) << "all of it selected";
+        EXPECT_EQ(Send(field, WM_GETFONT), Send(d.picker, WM_GETFONT));
         EXPECT_EQ(FocusOf(d), field);
         Keys("3c");
         Until("3c typed", [&] { return WindowText(field) == "3c"; });
