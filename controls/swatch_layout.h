@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "controls/dpi_scale.h"
+
 namespace tessellum {
 
 constexpr uint32_t kSwatchColumns = 32;
@@ -12,12 +14,15 @@ constexpr uint32_t kSwatchCells = kSwatchColumns * kSwatchRows;
 constexpr uint32_t kSwatchMargin = 4;
 
 // 32 cells, 31 lines and two margins across; 8 cells, 7 lines and two margins down.
-// Worked out wide so that no cell size can wrap it round.
-constexpr uint64_t SwatchBitmapWidth(uint32_t cellWidth) {
-    return uint64_t{cellWidth} * kSwatchColumns + (kSwatchColumns - 1) + 2 * kSwatchMargin;
+// Worked out wide so that no cell size can wrap it round. At another DPI the lines are
+// `line` pixels wide and the margins 4 lines.
+constexpr uint64_t SwatchBitmapWidth(uint32_t cellWidth, uint32_t line = 1) {
+    return uint64_t{cellWidth} * kSwatchColumns + uint64_t{line} * (kSwatchColumns - 1) +
+           uint64_t{line} * 2 * kSwatchMargin;
 }
-constexpr uint64_t SwatchBitmapHeight(uint32_t cellHeight) {
-    return uint64_t{cellHeight} * kSwatchRows + (kSwatchRows - 1) + 2 * kSwatchMargin;
+constexpr uint64_t SwatchBitmapHeight(uint32_t cellHeight, uint32_t line = 1) {
+    return uint64_t{cellHeight} * kSwatchRows + uint64_t{line} * (kSwatchRows - 1) +
+           uint64_t{line} * 2 * kSwatchMargin;
 }
 
 // The palette index under a point, or false when the point is not over the grid. dx and
@@ -26,9 +31,9 @@ constexpr uint64_t SwatchBitmapHeight(uint32_t cellHeight) {
 // A column is a cell and the line to its right, so the line belongs to the cell; the last
 // column and row end on the frame's inner ring.
 constexpr bool SwatchIndexAt(uint32_t dx, uint32_t dy, uint32_t cellWidth, uint32_t cellHeight,
-                             uint32_t* index) {
-    const uint64_t column = dx / (uint64_t{cellWidth} + 1);
-    const uint64_t row = dy / (uint64_t{cellHeight} + 1);
+                             uint32_t* index, uint32_t line = 1) {
+    const uint64_t column = dx / (uint64_t{cellWidth} + line);
+    const uint64_t row = dy / (uint64_t{cellHeight} + line);
     if (column >= kSwatchColumns || row >= kSwatchRows) return false;
     *index = static_cast<uint32_t>(row * kSwatchColumns + column);
     return true;
@@ -36,8 +41,21 @@ constexpr bool SwatchIndexAt(uint32_t dx, uint32_t dy, uint32_t cellWidth, uint3
 
 // The offsets of a point in client coordinates from the first cell pixel of a grid whose
 // bitmap stands at (gridX, gridY), as the hit arithmetic takes them: modulo 2^32.
-constexpr uint32_t SwatchOffset(int32_t point, int32_t gridEdge) {
-    return static_cast<uint32_t>(point) - static_cast<uint32_t>(gridEdge) - kSwatchMargin;
+constexpr uint32_t SwatchOffset(int32_t point, int32_t gridEdge, uint32_t line = 1) {
+    return static_cast<uint32_t>(point) - static_cast<uint32_t>(gridEdge) - line * kSwatchMargin;
+}
+
+// The dialog's cells, 8 by 10 pixels at 96 DPI, and the width of a line, at a DPI: the
+// same for every cell, worked out once.
+struct SwatchCells {
+    uint32_t width;
+    uint32_t height;
+    uint32_t line;
+};
+constexpr SwatchCells SwatchCellsAt(uint32_t cellWidth, uint32_t cellHeight, int32_t dpi) {
+    return {static_cast<uint32_t>(ScaleToDpi(static_cast<int32_t>(cellWidth), dpi)),
+            static_cast<uint32_t>(ScaleToDpi(static_cast<int32_t>(cellHeight), dpi)),
+            static_cast<uint32_t>(LineWidth(dpi))};
 }
 
 }  // namespace tessellum

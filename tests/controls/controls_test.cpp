@@ -12,6 +12,7 @@
 #include "color/palette.h"
 #include "controls/color_box_painters.h"
 #include "controls/color_pair_layout.h"
+#include "controls/dpi_scale.h"
 #include "controls/grid_geometry.h"
 #include "controls/grid_painter.h"
 #include "controls/pattern_painters.h"
@@ -355,6 +356,117 @@ TEST(RgbSliderLogic, ThumbsHitTenBySixAndDragToEvenValuesThen255ArrowsHitSixByEl
     panel.SetGreen(10);
     EXPECT_TRUE(panel.HandleMouseDown(LParam(92, 75)) && panel.HandleTimer());
     EXPECT_EQ(panel.Green(), 8);
+}
+
+// Every 96-DPI size at the common display scales, by hand: lines stay whole pixels, the
+// cells of the grid and the swatches stay uniform, and a place where a thing is drawn
+// still hits it, as at 96 DPI.
+TEST(DisplayScale, SizesAtEachDpiAndClicksWhereThingsAreDrawn) {
+    struct Row {
+        int32_t dpi, line, bar, barHeight, box, gridSide, pitch8, cellW, cellH, swatchW;
+    };
+    const Row rows[] = {
+        {96, 1, 130, 11, 39, 127, 15, 8, 10, 295},   {120, 1, 163, 14, 49, 157, 18, 10, 13, 359},
+        {144, 2, 195, 17, 58, 194, 22, 12, 15, 462}, {168, 2, 228, 19, 68, 224, 26, 14, 18, 526},
+        {192, 2, 260, 22, 78, 254, 30, 16, 20, 590}, {288, 3, 390, 33, 117, 381, 45, 24, 30, 885}};
+    EXPECT_EQ(ScaleToDpi(-115, 144), -173) << "halves away from zero, as MulDiv";
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.dpi);
+        const int32_t dpi = r.dpi;
+        const QuadrantBoxGeometry box = QuadrantBoxAt(dpi);
+        const SwatchCells cells = SwatchCellsAt(8, 10, dpi);
+        EXPECT_EQ(std::vector<int64_t>(
+                      {LineWidth(dpi), SliderBarWidth(dpi), ScaleToDpi(kSliderBarHeight, dpi),
+                       box.side, GridLayoutAt(2, dpi).side, GridLayoutAt(8, dpi).pitch, cells.width,
+                       cells.height, int64_t(SwatchBitmapWidth(cells.width, cells.line))}),
+                  std::vector<int64_t>({r.line, r.bar, r.barHeight, r.box, r.gridSide, r.pitch8,
+                                        r.cellW, r.cellH, r.swatchW}));
+        EXPECT_EQ(box.side, 9 * box.line + 2 * box.quadrant) << "two equal quadrants";
+        EXPECT_EQ(UnscaleFromDpi(ScaleToDpi(64, dpi), dpi), 64);
+
+        // A drag to the place of 64 at 96 DPI gives 128; the thumb's middle column stands
+        // over the column that shows its value; the arrows are hit where they are drawn.
+        const int32_t barX = 100;
+        EXPECT_EQ(DragValue(barX + ScaleToDpi(64, dpi), barX, dpi), 128);
+        EXPECT_EQ(DragValue(barX + SliderBarWidth(dpi), barX, dpi), 255);
+        for (int value : {0, 1, 128, 254, 255}) {
+            const int32_t apex = ThumbLeft(barX, uint8_t(value), dpi) + SliderThumbWidth(dpi) / 2;
+            const int32_t column = apex - barX - LineWidth(dpi);  // inside the border
+            EXPECT_EQ(2 * (column * 128 / SliderBarColumns(dpi)), value & ~1) << value;
+            EXPECT_LT(column - 1, SliderBarColumns(dpi));
+        }
+        const ControlBounds right = RightArrowBounds(barX, 50, dpi);
+        EXPECT_EQ(right.bottom - right.top, ArtSize(11, dpi));
+        EXPECT_GE(right.left, barX + SliderBarWidth(dpi)) << "after the bar";
+
+        // Every cell of every GridSize as wide as the others, the grid in its picture, and
+        // cell (r, c) hit at its middle and on the line after it.
+        for (uint8_t size : {2, 3, 4, 5, 6, 8}) {
+            const GridLayout grid = GridLayoutAt(size, dpi);
+            EXPECT_EQ(grid.span, size * grid.pitch);
+            EXPECT_LE(grid.origin + grid.span + 3 * grid.line, grid.side);
+            for (int k = 0; k < size; ++k) {
+                GridCell cell = {-1, -1}, onLine = {-1, -1};
+                const int64_t middle = grid.origin + k * grid.pitch + grid.pitch / 2;
+                const int64_t line = grid.origin + (k + 1) * grid.pitch - 1;
+                ASSERT_TRUE(GridCellAtPoint(middle, line, grid, &cell) &&
+                            GridCellAtPoint(line, middle, grid, &onLine));
+                EXPECT_EQ(cell.row * 10 + cell.column, k * 10 + k);
+                EXPECT_EQ(onLine.row * 10 + onLine.column, k * 10 + k);
+            }
+            GridCell none;
+            EXPECT_FALSE(GridCellAtPoint(grid.origin - 1, grid.origin, grid, &none));
+            EXPECT_FALSE(GridCellAtPoint(grid.origin, grid.origin + grid.span, grid, &none));
+        }
+        // Swatch n at the middle of where it is drawn.
+        for (uint32_t n : {0u, 5u, 37u, 255u}) {
+            const int32_t x = 10 + int32_t(cells.line * 4 + (n % 32) * (cells.width + cells.line) +
+                                           cells.width / 2);
+            const int32_t y =
+                150 +
+                int32_t(cells.line * 4 + (n / 32) * (cells.height + cells.line) + cells.height / 2);
+            uint32_t index = 999;
+            EXPECT_TRUE(SwatchIndexAt(SwatchOffset(x, 10, cells.line),
+                                      SwatchOffset(y, 150, cells.line), cells.width, cells.height,
+                                      &index, cells.line));
+            EXPECT_EQ(index, n);
+        }
+    }
+    // The pictures: a step per 25% up to 300%, the one below for a DPI between.
+    EXPECT_EQ(ArtResourceId(330, 96) + ArtResourceId(330, 130) + ArtResourceId(330, 400),
+              330u + 1330 + 8330);
+    EXPECT_EQ(ArtSize(6, 130), ScaleToDpi(6, 120));
+}
+
+// The scaled grid, swatches and quadrant box at 144 DPI: lines two pixels wide, the slack
+// round an 8x8 grid grey, the frame's rings two pixels each.
+TEST(DisplayScale, PaintersDrawTwoPixelLinesAt144) {
+    const Pattern cells = Cells();
+    const GridLayout grid = GridLayoutAt(8, 144);  // pitch 22, slack 4: frame at 2
+    Store picture(194, 194);
+    PaintPatternGridFrame(picture.bits(), 194, 194, 8, 144);
+    PaintPatternGrid(picture.bits(), 194, 194, &cells, 8, 144);
+    EXPECT_EQ(grid.offset, 2);
+    // Grey slack, the frame's rings of 2 from column 2, cell 0 from 10 to 29, its line 30
+    // and 31, cell 1 from 32.
+    const std::vector<uint32_t> at = {1, 2, 3, 4, 5, 8, 9, 10, 11, 29, 30, 31, 32, 33};
+    EXPECT_EQ(picture.Picture(at, {1, 2, 9, 10, 11}),
+              "!!!!!!!!!!!!!!\n!#############\n!##--#########\n!##--##000##11\n!##--##000##11\n");
+    const Palette palette = Swatches(40);
+    const SwatchCells swatch = SwatchCellsAt(8, 10, 144);
+    Store swatches(462, 150);
+    PaintSwatchGrid(swatches.bits(), 462, 150, swatch.width, swatch.height, &palette, 1, true,
+                    swatch.line);
+    // Cell 0 from 8 to 19, its line 20 and 21, cell 1 from 22; the highlight of 1 from
+    // column 14 down to row 30, rings of 2; row 30 is in cell 32.
+    EXPECT_EQ(swatches.Picture({0, 2, 7, 8, 13, 14, 19, 20, 22, 30}, {8, 30}),
+              "#-#00*-*11\n#-#PP*****\n");
+    Store box(200, 200);
+    // At 105, side 58: rings of 2, quadrants of 20 from 113 and 135, the cross at 133.
+    DrawQuadrantBox(box.bits(), 200, 200, &cells, 144);
+    EXPECT_EQ(box.Picture({104, 105, 106, 107, 112, 113, 132, 133, 135, 162, 163},
+                          {105, 107, 113, 133, 135}),
+              ".#########.\n.##------#.\n.##-#00+1#.\n.##-#++++#.\n.##-#88+9#.\n");
 }
 
 using namespace art;
