@@ -47,12 +47,18 @@ public:
     static constexpr int32_t kBackdropLeft = kSliderBackdropLeft;  // from x, at 96 DPI
     static constexpr int32_t kBackdropTop = kSliderBackdropTop;    // from y
 
-    // Stores the place only; the page repaints when it is ready.
+    // Stores the place only; the page repaints when it is ready. The backdrop's top is
+    // its own (22 pixels at 96 DPI above the first bar) until the page moves it.
     void SetPosition(int32_t left, int32_t top, int32_t spacing) {
         x = left;
         y = top;
         rowSpacing = spacing;
+        backdropTop = y + ScaleToDpi(kBackdropTop, dpi);
     }
+
+    // Where the page wants the backdrop's top edge: below what stands above the panel.
+    void SetBackdropTop(int32_t top) { backdropTop = top; }
+    int32_t BackdropTop() const { return backdropTop; }
 
     bool IsEnabled() const { return enabled != 0; }
     int32_t Dpi() const { return dpi; }
@@ -86,8 +92,7 @@ public:
     // The backdrop, and with `full` the rows, arrows and labels on it.
     void Repaint(bool full) {
         if (!panel().HasBackground() || !enabled) return;
-        panel().BlitBackground(x + ScaleToDpi(kBackdropLeft, dpi),
-                               y + ScaleToDpi(kBackdropTop, dpi));
+        panel().BlitBackground(x + ScaleToDpi(kBackdropLeft, dpi), backdropTop);
         if (!full) return;
         for (int32_t row = 0; row < kRowCount; ++row) DrawRow(row);
         DrawStatics();
@@ -227,6 +232,7 @@ protected:
     int32_t barHeight;                       // pixels at the panel's DPI
     int32_t baseBarHeight;                   // at 96 DPI, as the page gave it
     int32_t dpi = kBaseDpi;
+    int32_t backdropTop = kBackdropTop;  // in the owner's client area
 
 private:
     static constexpr char kLetters[kRowCount] = {'R', 'G', 'B'};

@@ -45,17 +45,29 @@ constexpr uint32_t SwatchOffset(int32_t point, int32_t gridEdge, uint32_t line =
     return static_cast<uint32_t>(point) - static_cast<uint32_t>(gridEdge) - line * kSwatchMargin;
 }
 
-// The dialog's cells, 8 by 10 pixels at 96 DPI, and the width of a line, at a DPI: the
-// same for every cell, worked out once.
+// The dialog's cells (8 by 10 pixels at 96 DPI) and the width of a line, at a DPI: the
+// same for every cell, worked out once. The pitch, a cell and its line, is the 96-DPI
+// one scaled and rounded down, so that 32 of them never outgrow the scaled grid; and
+// where the page has less room than that (its dialog units grow less than the DPI at
+// some scales), the largest pitch whose grid fits the room, so no cell is lost.
 struct SwatchCells {
     uint32_t width;
     uint32_t height;
     uint32_t line;
 };
-constexpr SwatchCells SwatchCellsAt(uint32_t cellWidth, uint32_t cellHeight, int32_t dpi) {
-    return {static_cast<uint32_t>(ScaleToDpi(static_cast<int32_t>(cellWidth), dpi)),
-            static_cast<uint32_t>(ScaleToDpi(static_cast<int32_t>(cellHeight), dpi)),
-            static_cast<uint32_t>(LineWidth(dpi))};
+constexpr uint32_t SwatchPitch(uint32_t cell, int32_t dpi, uint32_t count, uint32_t room,
+                               uint32_t line) {
+    const uint32_t scaled = (cell + 1) * static_cast<uint32_t>(SaneDpi(dpi)) / kBaseDpi;
+    // count pitches, less the last line, plus two margins of 4 lines
+    const uint32_t fits = room > 7 * line ? (room - 7 * line) / count : 0;
+    return fits < scaled ? (fits > line ? fits : line + 1) : scaled;
+}
+constexpr SwatchCells SwatchCellsAt(uint32_t cellWidth, uint32_t cellHeight, int32_t dpi,
+                                    uint32_t roomWidth = UINT32_MAX,
+                                    uint32_t roomHeight = UINT32_MAX) {
+    const uint32_t line = static_cast<uint32_t>(LineWidth(dpi));
+    return {SwatchPitch(cellWidth, dpi, kSwatchColumns, roomWidth, line) - line,
+            SwatchPitch(cellHeight, dpi, kSwatchRows, roomHeight, line) - line, line};
 }
 
 }  // namespace tessellum

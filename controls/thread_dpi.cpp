@@ -40,8 +40,12 @@ ThreadDpiScope::~ThreadDpiScope() {
         set(previous);
 }
 
+int32_t DisplayDpi() {
+    return WindowDpi(nullptr);
+}
+
 int32_t WindowDpi(HWND window) {
-    if (const GetDpi get = User32Function<GetDpi>("GetDpiForWindow")) {
+    if (const GetDpi get = window ? User32Function<GetDpi>("GetDpiForWindow") : nullptr) {
         if (const UINT dpi = get(window)) return SaneDpi(static_cast<int32_t>(dpi));
     }
     HDC dc = GetDC(window);

@@ -28,4 +28,8 @@ private:
 // LOGPIXELSY; 96 when neither answers.
 int32_t WindowDpi(HWND window);
 
+// The display's DPI as this thread sees it (the screen's LOGPIXELSY): 96 where the
+// display is not scaled, or the thread is not aware of its scale.
+int32_t DisplayDpi();
+
 }  // namespace tessellum

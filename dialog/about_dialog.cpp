@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "controls/thread_dpi.h"
+#include "dialog/scaled_dialog.h"
 #include "host/dll_instance.h"
 #include "host/filter_globals.h"
 #include "resources/resource_ids.h"
@@ -27,7 +28,7 @@ void DoAbout(FilterGlobals& globals) {
     HWND parent = about->platformData ? static_cast<HWND>(about->platformData->hwnd) : nullptr;
     // Whether the box could be made is not looked at: About always reports 0.
     const ThreadDpiScope scale;
-    DialogBoxParamA(hDllInstance, MAKEINTRESOURCEA(IDD_ABOUT), parent, AboutDialogProc, 0);
+    ScaledDialogBox(hDllInstance, IDD_ABOUT, parent, AboutDialogProc);
 }
 
 }  // namespace tessellum

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "color/allocate.h"
@@ -12,6 +13,7 @@
 #include "controls/swatch_layout.h"
 #include "controls/thread_dpi.h"
 #include "dialog/dialog_logic.h"
+#include "dialog/scaled_dialog.h"
 #include "host/dll_instance.h"
 #include "resources/resource_ids.h"
 #include "storage/settings.h"
@@ -102,8 +104,7 @@ FilterDialog::~FilterDialog() {
 }
 
 bool FilterDialog::RunModal() {
-    return DialogBoxParamA(hDllInstance, MAKEINTRESOURCEA(IDD_MAIN), parentWindow, MainDialogProc,
-                           0) == 1;
+    return ScaledDialogBox(hDllInstance, IDD_MAIN, parentWindow, MainDialogProc) == 1;
 }
 
 void FilterDialog::AbortDialog() {
@@ -163,10 +164,38 @@ void FilterDialog::MakePickerBitmap() {
     pickerBitmap->PaintInsetFrame(Line());
 }
 
+// The panel at its place, its backdrop from under the "Fore / Back" label down to the
+// page's foot, where the template's dialog units and the DPI's pixels do not quite agree.
 void FilterDialog::PlaceSliders() {
     const RECT sliders = PlaceIn(colorPickerPage, IDC_SLIDER_PLACE);
     sliderPanel->SetPosition(sliders.left + Px(kSliderPlaceLeft), sliders.top + Px(kSliderPlaceTop),
                              Px(kSliderRowSpacing));
+    const RECT label = PlaceIn(colorPickerPage, IDC_FORE_BACK_PLACE);
+    const RECT page = PageRect();
+    const int32_t top = std::max<int32_t>(sliderPanel->BackdropTop(), label.bottom);
+    sliderPanel->SetBackdropTop(top);
+    const int32_t room = (page.bottom - page.top) - top;
+    sliderPanel->SetBackground(191, 191, 191, Px(kSliderBackdropWidth),
+                               std::max<int32_t>(1, std::min(Px(kSliderBackdropHeight), room)));
+}
+
+// At 96 DPI 5 pixels inside the tab control and 25 from its top, under the tabs. At
+// another scale the tab control's own display area, which follows its font: the tabs'
+// height in pixels is not the 96-DPI one scaled, and the page needs every row of it.
+// The dialog's swatches, 8 by 10 at 96 DPI, in the room from their place to the page's
+// edges.
+SwatchCells FilterDialog::SwatchCellsIn(const RECT& place) {
+    const RECT page = PageRect();
+    return SwatchCellsAt(8, 10, dpi, static_cast<uint32_t>(page.right - page.left - place.left),
+                         static_cast<uint32_t>(page.bottom - page.top - place.top));
+}
+
+RECT FilterDialog::PageRect() {
+    RECT tabs = {};
+    GetClientRect(Item(IDC_TABS), &tabs);
+    if (dpi == kBaseDpi) return {5, 25, tabs.right - 5, tabs.bottom - 5};
+    SendMessageA(Item(IDC_TABS), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&tabs));
+    return tabs;
 }
 
 void FilterDialog::InitDialog(HWND window) {
@@ -202,10 +231,8 @@ void FilterDialog::InitDialog(HWND window) {
     }
 
     // 4. The pages, children of the tab control.
-    colorPickerPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_COLOR_PICKER), tabs,
-                                         ColorPickerPageProc, 0);
-    patternFillPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_PATTERN_FILL), tabs,
-                                         PatternFillPageProc, 0);
+    colorPickerPage = ScaledCreateDialog(hDllInstance, IDD_COLOR_PICKER, tabs, ColorPickerPageProc);
+    patternFillPage = ScaledCreateDialog(hDllInstance, IDD_PATTERN_FILL, tabs, PatternFillPageProc);
     if (colorPickerPage == nullptr || patternFillPage == nullptr) return AbortDialog();
 
     // 5 to 11: cursors, the list file and the controls of both pages.
@@ -225,7 +252,6 @@ void FilterDialog::InitDialog(HWND window) {
     if (dpi != kBaseDpi) sliderPanel->SetDpi(dpi);
     PlaceSliders();
     sliderPanel->SetEnabled(true, true);
-    sliderPanel->SetBackground(191, 191, 191, Px(kSliderBackdropWidth), Px(kSliderBackdropHeight));
 
     // 13 to 16: the editor, the library, the swatches and the web-safe palette.
     if (!Guarded([&] {
@@ -251,7 +277,7 @@ void FilterDialog::InitDialog(HWND window) {
         }) ||
         !Guarded([&] {
             const RECT swatches = PlaceIn(patternFillPage, IDC_SWATCH_PLACE);
-            const SwatchCells cells = SwatchCellsAt(8, 10, dpi);
+            const SwatchCells cells = SwatchCellsIn(swatches);
             swatchGrid.reset(NewOrThrow<SwatchGrid>(patternFillPage, swatches.left, swatches.top,
                                                     cells.width, cells.height, cells.line));
             swatchGrid->SelectFirst();
@@ -321,11 +347,10 @@ void FilterDialog::ChangeDpi(int32_t newDpi) {
 
     sliderPanel->SetDpi(dpi);
     PlaceSliders();
-    sliderPanel->SetBackground(191, 191, 191, Px(kSliderBackdropWidth), Px(kSliderBackdropHeight));
     const RECT editor = PlaceIn(patternFillPage, IDC_EDITOR_PLACE);
     gridEditor->SetPlace(editor.left, editor.top, dpi);
     const RECT swatches = PlaceIn(patternFillPage, IDC_SWATCH_PLACE);
-    const SwatchCells cells = SwatchCellsAt(8, 10, dpi);
+    const SwatchCells cells = SwatchCellsIn(swatches);
     swatchGrid->SetPlace(swatches.left, swatches.top, cells.width, cells.height, cells.line);
 
     // Erased and painted anew, at the width the sizing asks for at this DPI.
@@ -404,10 +429,9 @@ void FilterDialog::ShowPaletteMenu() {
 }
 
 void FilterDialog::ShowPage(HWND show, HWND hide) {
-    RECT tabs = {};
-    GetClientRect(Item(IDC_TABS), &tabs);
+    const RECT page = PageRect();
     ShowWindow(hide, SW_HIDE);
-    SetWindowPos(show, nullptr, Px(5), Px(25), tabs.right - Px(10), tabs.bottom - Px(30),
+    SetWindowPos(show, nullptr, page.left, page.top, page.right - page.left, page.bottom - page.top,
                  SWP_NOZORDER);
 }
 

@@ -22,6 +22,7 @@
 #include "controls/rgb_slider_panel.h"
 #include "controls/split_color_box.h"
 #include "controls/swatch_grid.h"
+#include "controls/swatch_layout.h"
 #include "controls/tool_group.h"
 #include "storage/library_file.h"
 #include "storage/list_file.h"
@@ -147,6 +148,8 @@ private:
     void MakeForeBackBox();
     void MakePickerBitmap();
     void PlaceSliders();
+    RECT PageRect();  // where a page stands in the tab control
+    SwatchCells SwatchCellsIn(const RECT& place);
 
     HWND parentWindow = nullptr;
     HWND dialogWindow = nullptr;

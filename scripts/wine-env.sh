@@ -74,6 +74,26 @@ wine_prefix_fresh() {
   wine_server -w 2>/dev/null || true
 }
 
+# wine_prefix_scaled DPI...: for each DPI a copy of the prefix, $WINEPREFIX-DPI, whose
+# display has that many dots per inch (HKCU\Control Panel\Desktop LogPixels, read when
+# its server starts). The files are hard links, cheap to make, but for the registry,
+# which Wine rewrites; the programs the tests run write nothing else of the prefix's.
+wine_prefix_scaled() {
+  local dpi target reg
+  for dpi in "$@"; do
+    target="$WINEPREFIX-$dpi"
+    rm -rf "$target"
+    cp -al "$WINEPREFIX" "$target" || return 1
+    for reg in system.reg user.reg userdef.reg; do
+      rm -f "$target/$reg"
+      cp -p "$WINEPREFIX/$reg" "$target/$reg"
+    done
+    WINEPREFIX="$target" wine_exec x64 reg.exe add 'HKCU\Control Panel\Desktop' /v LogPixels \
+      /t REG_DWORD /d "$dpi" /f >/dev/null 2>&1 || return 1
+    WINEPREFIX="$target" wine_server -w 2>/dev/null || true
+  done
+}
+
 # wine_probe ARCH PROGRAM: prints 1 if the loader of ARCH runs PROGRAM (built for ARCH)
 # here, else 0; the reason for a 0 goes to standard error.
 wine_probe() {

@@ -366,8 +366,8 @@ TEST(DisplayScale, SizesAtEachDpiAndClicksWhereThingsAreDrawn) {
         int32_t dpi, line, bar, barHeight, box, gridSide, pitch8, cellW, cellH, swatchW;
     };
     const Row rows[] = {
-        {96, 1, 130, 11, 39, 127, 15, 8, 10, 295},   {120, 1, 163, 14, 49, 157, 18, 10, 13, 359},
-        {144, 2, 195, 17, 58, 194, 22, 12, 15, 462}, {168, 2, 228, 19, 68, 224, 26, 14, 18, 526},
+        {96, 1, 130, 11, 39, 127, 15, 8, 10, 295},   {120, 1, 163, 14, 49, 157, 18, 10, 12, 359},
+        {144, 2, 195, 17, 58, 194, 22, 11, 14, 430}, {168, 2, 228, 19, 68, 224, 26, 13, 17, 494},
         {192, 2, 260, 22, 78, 254, 30, 16, 20, 590}, {288, 3, 390, 33, 117, 381, 45, 24, 30, 885}};
     EXPECT_EQ(ScaleToDpi(-115, 144), -173) << "halves away from zero, as MulDiv";
     for (const Row& r : rows) {
@@ -432,6 +432,14 @@ TEST(DisplayScale, SizesAtEachDpiAndClicksWhereThingsAreDrawn) {
             EXPECT_EQ(index, n);
         }
     }
+    // Swatches in a room narrower than their scaled grid: the largest pitch that fits,
+    // still one for all; at 96 DPI the dialog's room gives the dialog's cells.
+    const SwatchCells narrow = SwatchCellsAt(8, 10, 120, 340, 110);
+    EXPECT_EQ(std::vector<uint32_t>({narrow.width, narrow.height}), std::vector<uint32_t>({9, 11}));
+    EXPECT_LE(SwatchBitmapWidth(narrow.width, 1), 340u);
+    EXPECT_EQ(
+        SwatchCellsAt(8, 10, 96, 299, 97).width * 100 + SwatchCellsAt(8, 10, 96, 299, 97).height,
+        810u);
     // The pictures: a step per 25% up to 300%, the one below for a DPI between.
     EXPECT_EQ(ArtResourceId(330, 96) + ArtResourceId(330, 130) + ArtResourceId(330, 400),
               330u + 1330 + 8330);
@@ -453,13 +461,13 @@ TEST(DisplayScale, PaintersDrawTwoPixelLinesAt144) {
     EXPECT_EQ(picture.Picture(at, {1, 2, 9, 10, 11}),
               "!!!!!!!!!!!!!!\n!#############\n!##--#########\n!##--##000##11\n!##--##000##11\n");
     const Palette palette = Swatches(40);
-    const SwatchCells swatch = SwatchCellsAt(8, 10, 144);
-    Store swatches(462, 150);
-    PaintSwatchGrid(swatches.bits(), 462, 150, swatch.width, swatch.height, &palette, 1, true,
+    const SwatchCells swatch = SwatchCellsAt(8, 10, 144);  // 11 by 14, lines of 2
+    Store swatches(430, 142);
+    PaintSwatchGrid(swatches.bits(), 430, 142, swatch.width, swatch.height, &palette, 1, true,
                     swatch.line);
-    // Cell 0 from 8 to 19, its line 20 and 21, cell 1 from 22; the highlight of 1 from
-    // column 14 down to row 30, rings of 2; row 30 is in cell 32.
-    EXPECT_EQ(swatches.Picture({0, 2, 7, 8, 13, 14, 19, 20, 22, 30}, {8, 30}),
+    // Cell 0 from 8 to 18, its line 19 and 20, cell 1 from 21; the highlight of 1 from
+    // column 13 down to row 29, rings of 2; row 29 is in cell 32.
+    EXPECT_EQ(swatches.Picture({0, 2, 7, 8, 12, 13, 18, 19, 21, 30}, {8, 29}),
               "#-#00*-*11\n#-#PP*****\n");
     Store box(200, 200);
     // At 105, side 58: rings of 2, quadrants of 20 from 113 and 135, the cross at 133.
