@@ -62,7 +62,7 @@ wine_prefix_fonts() {
 # its server is gone when it returns, so a program with a window may follow at once.
 wine_prefix_fresh() {
   wine_server -k 2>/dev/null || true
-  rm -rf "$WINEPREFIX"
+  rm -rf "$WINEPREFIX" "$WINEPREFIX"-[0-9]*  # and its copies at other scales
   wine_exec x64 wineboot.exe -i >/dev/null 2>&1 || true
   # No window manager runs on the virtual screen: Wine draws captions and frames itself.
   local value

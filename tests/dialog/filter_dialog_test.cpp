@@ -644,7 +644,6 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
                   backdropEnd - barX - px(100));
         EXPECT_EQ(Stretch(d, kSliders, backdropEnd - 1, backdropRow, false), backdropHeight)
             << "backdrop";
-        d.Screenshot(shot + "color_picker");
 
         // Red's thumb from 0 to the middle of the bar; one step of green's right arrow.
         const int thumb = ThumbLeft(barX, 0, dpi) + SliderThumbWidth(dpi) / 2;
@@ -659,6 +658,7 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
         EXPECT_EQ(Stretch(d, kPickerTile, box.corner + 4 * line, box.corner + 4 * line, true),
                   int(box.quadrant));
 
+        d.Screenshot(shot + "color_picker");
         d.Press(kSizing);
         d.Screenshot(shot + "collapsed");
         d.Press(kSizing);
@@ -684,6 +684,7 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
              field.top + int(SwatchBitmapHeight(cells.height, cells.line))}};
         const char* names[] = {"the tools", "the colour pair", "the grid", "the swatches"};
         for (int i = 0; i < 4; ++i) EXPECT_EQ(Clashes(d.pattern, drawnAt[i], names[i]), "");
+        EXPECT_EQ(Stretch(d, kTools, 0, 0, false), ArtSize(22, dpi)) << "the tools' pictures";
         const int swatchX = 4 * line + (swatch % 32) * (cells.width + line) + cells.width / 2;
         const int swatchY = 4 * line + (swatch / 32) * (cells.height + line) + cells.height / 2;
         EXPECT_EQ(Stretch(d, kSwatches, 4 * line + 3 * (cells.width + line), swatchY, true),
