@@ -12,9 +12,12 @@
 
 namespace tessellum {
 
-// The face the scaled dialogs use: outline, on every Windows since 2000 and under Wine,
-// with the dialog units of "MS Sans Serif" 8 at 96 DPI.
-constexpr char kScaledDialogFace[] = "Tahoma";
+// The faces the scaled dialogs use, the first one the system has: the outline form of
+// "MS Sans Serif" with its metrics (Windows since 2000), else Tahoma, the dialogs' face
+// of Windows since 2000, which Wine brings; both have the dialog units of "MS Sans
+// Serif" 8 at 96 DPI.
+constexpr char kScaledDialogFace[] = "Microsoft Sans Serif";
+constexpr char kScaledDialogFallbackFace[] = "Tahoma";
 
 // `bytes`, a DLGTEMPLATE or DLGTEMPLATEEX as the resource holds it, with the face of its
 // DS_SETFONT font replaced by `face` (ASCII); the items follow, still on 4-byte

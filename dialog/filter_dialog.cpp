@@ -7,6 +7,7 @@
 
 #include "color/allocate.h"
 #include "color/web_safe.h"
+#include "controls/grid_geometry.h"
 #include "controls/pattern_painters.h"
 #include "controls/slider_geometry.h"
 #include "controls/small_bitmap_table.h"
@@ -46,6 +47,32 @@ bool Guarded(Step step) {
     } catch (ErrorCode) {
         return false;
     }
+}
+
+// A one-line label whose text the scaled face draws wider than the template allowed for
+// it grows to the right to fit, rather than lose its last word to a second line.
+BOOL CALLBACK FitLabel(HWND label, LPARAM) {
+    char kind[16] = {}, text[256] = {};
+    GetClassNameA(label, kind, sizeof kind);
+    const LONG style = GetWindowLongA(label, GWL_STYLE);
+    if (lstrcmpiA(kind, "Static") != 0 || (style & SS_TYPEMASK) != SS_LEFT ||
+        GetWindowTextA(label, text, sizeof text) == 0) {
+        return TRUE;
+    }
+    RECT place = {};
+    GetClientRect(label, &place);
+    HDC dc = GetDC(label);
+    if (!dc) return TRUE;
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(label, WM_GETFONT, 0, 0)));
+    SIZE extent = {};
+    GetTextExtentPoint32A(dc, text, lstrlenA(text), &extent);
+    SelectObject(dc, old);
+    ReleaseDC(label, dc);
+    // Only a label that holds one line and would break it.
+    if (extent.cx > place.right && place.bottom < 2 * extent.cy)
+        SetWindowPos(label, nullptr, 0, 0, extent.cx + 1, place.bottom,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return TRUE;
 }
 
 }  // namespace
@@ -127,12 +154,16 @@ static RECT PlaceIn(HWND page, int id) {
     return OuterRect(page, GetDlgItem(page, id));
 }
 
+// Under the grid editor; where the template's rows are a little shorter than the
+// scale's pixels, not over the editor's frame.
 void FilterDialog::MakeToolGroup() {
     const RECT tools = PlaceIn(patternFillPage, IDC_TOOL_PLACE);
+    const RECT editor = PlaceIn(patternFillPage, IDC_EDITOR_PLACE);
+    const int32_t top = std::max<int32_t>(tools.top, editor.top + GridLayoutAt(2, dpi).side);
     const uint32_t primary[3] = {IDB_PENCIL, IDB_DROPPER, IDB_ERASER};
     const uint32_t secondary[3] = {IDB_PENCIL_SELECTED, IDB_DROPPER_SELECTED, IDB_ERASER_SELECTED};
-    toolGroup.reset(NewOrThrow<ToolGroup>(patternFillPage, tools.left, tools.top, hDllInstance,
-                                          primary, secondary, dpi));
+    toolGroup.reset(NewOrThrow<ToolGroup>(patternFillPage, tools.left, top, hDllInstance, primary,
+                                          secondary, dpi));
 }
 
 void FilterDialog::MakeSplitColorBox() {
@@ -234,6 +265,10 @@ void FilterDialog::InitDialog(HWND window) {
     colorPickerPage = ScaledCreateDialog(hDllInstance, IDD_COLOR_PICKER, tabs, ColorPickerPageProc);
     patternFillPage = ScaledCreateDialog(hDllInstance, IDD_PATTERN_FILL, tabs, PatternFillPageProc);
     if (colorPickerPage == nullptr || patternFillPage == nullptr) return AbortDialog();
+    if (dpi != kBaseDpi) {
+        EnumChildWindows(colorPickerPage, FitLabel, 0);
+        EnumChildWindows(patternFillPage, FitLabel, 0);
+    }
 
     // 5 to 11: cursors, the list file and the controls of both pages.
     if (!Guarded([&] {

@@ -10,6 +10,25 @@
 namespace tessellum {
 namespace {
 
+int CALLBACK FaceFound(const LOGFONTA*, const TEXTMETRICA*, DWORD kind, LPARAM found) {
+    if (kind & TRUETYPE_FONTTYPE) *reinterpret_cast<bool*>(found) = true;
+    return 1;
+}
+
+// The outline face of the scaled dialogs that this system has.
+const char* ScaledFace() {
+    LOGFONTA wanted = {};
+    wanted.lfCharSet = DEFAULT_CHARSET;
+    lstrcpynA(wanted.lfFaceName, kScaledDialogFace, LF_FACESIZE);
+    bool found = false;
+    HDC screen = GetDC(nullptr);
+    if (screen) {
+        EnumFontFamiliesExA(screen, &wanted, FaceFound, reinterpret_cast<LPARAM>(&found), 0);
+        ReleaseDC(nullptr, screen);
+    }
+    return found ? kScaledDialogFace : kScaledDialogFallbackFace;
+}
+
 // The template with the outline face, or empty: at 96 DPI, or where the resource cannot
 // be read or changed, the template is used as it stands.
 std::vector<uint8_t> ScaledTemplate(HINSTANCE instance, int id) {
@@ -19,7 +38,7 @@ std::vector<uint8_t> ScaledTemplate(HINSTANCE instance, int id) {
     const auto* bytes = loaded ? static_cast<const uint8_t*>(LockResource(loaded)) : nullptr;
     if (!bytes) return {};
     const std::vector<uint8_t> original(bytes, bytes + SizeofResource(instance, found));
-    return WithDialogFace(original, kScaledDialogFace);
+    return WithDialogFace(original, ScaledFace());
 }
 
 const DLGTEMPLATE* AsTemplate(const std::vector<uint8_t>& bytes) {

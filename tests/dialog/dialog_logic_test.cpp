@@ -76,7 +76,7 @@ TEST(DialogTemplate, TheFaceExchangedAndTheItemsKeptOnTheirBoundaries) {
     for (const Bytes* dialog : {&plain, &extended}) {
         EXPECT_EQ(DialogFace(*dialog), "MS Sans Serif");
         const Bytes scaled = WithDialogFace(*dialog, kScaledDialogFace);
-        EXPECT_EQ(DialogFace(scaled), "Tahoma");
+        EXPECT_EQ(DialogFace(scaled), kScaledDialogFace);
         ASSERT_GE(scaled.size(), item.size());
         EXPECT_EQ(Bytes(scaled.end() - 6, scaled.end()), item);
         EXPECT_EQ((scaled.size() - item.size()) % 4, 0u) << "the items on a boundary";

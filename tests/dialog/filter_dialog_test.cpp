@@ -675,16 +675,22 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
         const GridLayout grid = GridLayoutAt(2, dpi);
         const RECT tools = d.Place(kTools), colors = d.Place(kPair), editor = d.Place(kEditor),
                    field = d.Place(kSwatches);
+        // The tools stand under the grid, which may reach past its place.
+        const int toolsTop = std::max<int>(tools.top, editor.top + grid.side);
         const RECT drawnAt[] = {
-            {tools.left, tools.top, tools.left + 3 * ArtSize(26, dpi),
-             tools.top + ArtSize(22, dpi)},
+            {tools.left, toolsTop, tools.left + 3 * ArtSize(26, dpi), toolsTop + ArtSize(22, dpi)},
             {colors.left, colors.top, colors.left + px(80) + line, colors.top + px(80) + line},
             {editor.left, editor.top, editor.left + grid.side, editor.top + grid.side},
             {field.left, field.top, field.left + int(SwatchBitmapWidth(cells.width, cells.line)),
              field.top + int(SwatchBitmapHeight(cells.height, cells.line))}};
         const char* names[] = {"the tools", "the colour pair", "the grid", "the swatches"};
+        for (int i = 1; i < 4; ++i) {  // and none over another
+            RECT overlap = {};
+            EXPECT_FALSE(IntersectRect(&overlap, &drawnAt[0], &drawnAt[i])) << names[i];
+        }
         for (int i = 0; i < 4; ++i) EXPECT_EQ(Clashes(d.pattern, drawnAt[i], names[i]), "");
-        EXPECT_EQ(Stretch(d, kTools, 0, 0, false), ArtSize(22, dpi)) << "the tools' pictures";
+        EXPECT_EQ(Stretch(d, kTools, 0, toolsTop - tools.top, false), ArtSize(22, dpi))
+            << "the tools' pictures";
         const int swatchX = 4 * line + (swatch % 32) * (cells.width + line) + cells.width / 2;
         const int swatchY = 4 * line + (swatch / 32) * (cells.height + line) + cells.height / 2;
         EXPECT_EQ(Stretch(d, kSwatches, 4 * line + 3 * (cells.width + line), swatchY, true),
