@@ -35,9 +35,8 @@ ThreadDpiScope::ThreadDpiScope() {
 }
 
 ThreadDpiScope::~ThreadDpiScope() {
-    if (!previous) return;
-    if (const SetContext set = User32Function<SetContext>("SetThreadDpiAwarenessContext"))
-        set(previous);
+    const SetContext set = User32Function<SetContext>("SetThreadDpiAwarenessContext");
+    if (previous && set) set(previous);
 }
 
 int32_t DisplayDpi() {

@@ -570,5 +570,31 @@ TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
     }
 }
 
+// The pictures for the larger scales: each side scaled as the controls scale sizes, each
+// pixel the 100% picture's nearest pixel (no blend, only its own colours: at 200% each
+// pixel a 2 by 2 block); a pointer's hot spot on the first pixel drawn from its own.
+TEST(PluginArt, EveryScaleOfEveryPictureIsTheNearestPixelsOfThe100PercentOne) {
+    for (const ArtFile& e : kArtFiles) {
+        const ArtImage base = Load(e.file);
+        const std::string name(e.file), stem = name.substr(0, name.rfind('.'));
+        for (int dpi : {120, 144, 192, 288}) {
+            SCOPED_TRACE(name + " at " + std::to_string(dpi));
+            const ArtImage image =
+                Load(stem + "@" + std::to_string(dpi) + name.substr(stem.size()));
+            ASSERT_EQ(
+                std::vector<int>({image.width, image.height, image.bitCount}),
+                std::vector<int>({ArtSize(e.width, dpi), ArtSize(e.height, dpi), base.bitCount}));
+            for (int y = 0; y < image.height; ++y)
+                for (int x = 0; x < image.width; ++x)
+                    ASSERT_EQ(image.At(x, y),
+                              base.At(x * base.width / image.width, y * base.height / image.height))
+                        << x << "," << y;
+            if (e.hotX < 0) continue;
+            EXPECT_EQ(image.hotX, (e.hotX * image.width + base.width - 1) / base.width);
+            EXPECT_EQ(image.At(image.hotX, image.hotY), kArtBlack);
+        }
+    }
+}
+
 }  // namespace
 }  // namespace tessellum

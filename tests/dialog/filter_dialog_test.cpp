@@ -607,7 +607,7 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
     ASSERT_NE(host, nullptr);
     uint8_t table[768];
     FillWebSafeTable(table);
-    const uint32_t swatch = 37;  // web-safe colour 37
+    const uint32_t swatch = 212;  // web-safe colour 212: row 6, far along it
     const uint32_t drawn =
         (table[3 * swatch] << 16) | (table[3 * swatch + 1] << 8) | table[3 * swatch + 2];
     Run([&](DialogDriver& d) {
@@ -695,7 +695,7 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
         const int swatchY = 4 * line + (swatch / 32) * (cells.height + line) + cells.height / 2;
         EXPECT_EQ(Stretch(d, kSwatches, 4 * line + 3 * (cells.width + line), swatchY, true),
                   int(cells.width))
-            << "swatch 3";
+            << "a swatch";
         d.Click(kSwatches, swatchX, swatchY);
         d.Click(kEditor, grid.origin + grid.pitch / 2, grid.origin + grid.pitch * 3 / 2);
         // 8x8: the pencil paints the last row, outside the 2x2 tile, cell by cell where
