@@ -613,8 +613,11 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
     Run([&](DialogDriver& d) {
         const int dpi = int(GetDpiForWindow(d.dialog));
         EXPECT_EQ(dpi, expected) << "the dialog runs at the display's DPI";
-        EXPECT_TRUE(AreDpiAwarenessContextsEqual(GetWindowDpiAwarenessContext(d.dialog),
-                                                 DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE));
+        // Per-monitor v2 where the system takes it (Windows), else per-monitor (Wine).
+        const DPI_AWARENESS_CONTEXT window = GetWindowDpiAwarenessContext(d.dialog);
+        EXPECT_TRUE(
+            AreDpiAwarenessContextsEqual(window, DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2) ||
+            AreDpiAwarenessContextsEqual(window, DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE));
         const auto px = [&](int value) { return ScaleToDpi(value, dpi); };
         const std::string shot = "dpi" + std::to_string(dpi) + "_";
         const int line = LineWidth(dpi);
