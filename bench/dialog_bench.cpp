@@ -6,6 +6,9 @@
 // - one slider step (the slider moved, then SlidersChanged: the tile, the main preview,
 //   the picker previews) in microseconds, each part on its own, beside one Blit of a
 //   bitmap the size of the page.
+// - both again at the display's scale against 96 DPI, in the same run: the thread made
+//   unaware of the scale opens the dialog at 96 DPI, made aware of it at the display's
+//   (scripts/bench.sh runs this in a prefix at 192 DPI).
 // The dialog counts as painted when the modal loop first finds nothing left to do: it
 // then tells its owner WM_ENTERIDLE, after every paint, posted repaint and erase.
 // It uses the project's private Wine prefix: it points the library path there.
@@ -129,6 +132,35 @@ double BestOpening(HWND host) {
     return best;
 }
 
+struct AtScale {
+    int dpi = 0;
+    double openSeconds = 0;
+    double stepSeconds = 0;
+};
+
+// Opening (no library) and one slider step with the thread in `context`; the DPI the
+// dialog ran at, read from its window.
+AtScale MeasureIn(HWND host, DPI_AWARENESS_CONTEXT context) {
+    const DPI_AWARENESS_CONTEXT before = SetThreadDpiAwarenessContext(context);
+    AtScale figures;
+    OpenOnce(host, false);  // the pictures and fonts of this scale loaded once
+    figures.openSeconds = BestOpening(host);
+    Measure steps;
+    steps.measureSteps = true;
+    current = &steps;
+    steps.start = Clock::now();
+    {
+        std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(host));
+        steps.dialog = dialog.get();
+        dialog->RunModal();
+        figures.dpi = dialog->Dpi();
+    }
+    current = nullptr;
+    figures.stepSeconds = steps.stepSeconds;
+    if (before) SetThreadDpiAwarenessContext(before);
+    return figures;
+}
+
 }  // namespace
 
 int main() {
@@ -177,6 +209,15 @@ int main() {
             step.stepSeconds * 1e6, step.sliderSeconds * 1e6, step.mainPreviewSeconds * 1e6,
             step.pickerPreviewSeconds * 1e6, step.blitSeconds * 1e6,
             step.stepSeconds / step.blitSeconds);
+
+        const AtScale base = MeasureIn(host, DPI_AWARENESS_CONTEXT_UNAWARE);
+        const AtScale scaled = MeasureIn(host, DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE);
+        std::printf(
+            "at %d DPI against %d DPI: opening %.1f ms against %.1f ms, ratio %.2f; slider "
+            "step %.0f us against %.0f us, ratio %.2f\n",
+            scaled.dpi, base.dpi, scaled.openSeconds * 1e3, base.openSeconds * 1e3,
+            scaled.openSeconds / base.openSeconds, scaled.stepSeconds * 1e6, base.stepSeconds * 1e6,
+            scaled.stepSeconds / base.stepSeconds);
     } catch (ErrorCode code) {
         std::fprintf(stderr, "dialog_bench: error %d\n", static_cast<int>(code));
         return 1;

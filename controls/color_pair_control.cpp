@@ -5,24 +5,27 @@
 #include <cstdio>
 #include <new>
 
+#include "controls/dpi_scale.h"
 #include "resources/resource_ids.h"
 #include "storage/error_code.h"
 
 namespace tessellum {
 
 ColorPairControl::ColorPairControl(HWND owner, HINSTANCE instance, int32_t x, int32_t y,
-                                   int32_t size, int32_t boxSize, int32_t smallBoxSize)
-    : Control(owner, x, y, size, size), keyPath{}, instance(instance) {
+                                   int32_t size, int32_t boxSize, int32_t smallBoxSize, int32_t dpi)
+    : Control(owner, x, y, size, size), keyPath{}, instance(instance), line(LineWidth(dpi)) {
     // The arrow's picture is 10 by 10; where it lies does not depend on its size.
-    const ColorPairParts parts = LayoutColorPair(x, y, size, boxSize, smallBoxSize, 10, 10);
-    backBox = MakeGreyBox(owner, parts.backBox.left, parts.backBox.top, boxSize, 255);
-    foreBox = MakeGreyBox(owner, parts.foreBox.left, parts.foreBox.top, boxSize, 0);
+    const int32_t swap = ArtSize(10, dpi);
+    const ColorPairParts parts =
+        LayoutColorPair(x, y, size, boxSize, smallBoxSize, swap, swap, dpi);
+    backBox = MakeGreyBox(owner, parts.backBox.left, parts.backBox.top, boxSize, 255, line);
+    foreBox = MakeGreyBox(owner, parts.foreBox.left, parts.foreBox.top, boxSize, 0, line);
     miniBackBox =
-        MakeGreyBox(owner, parts.miniBackBox.left, parts.miniBackBox.top, smallBoxSize, 255);
+        MakeGreyBox(owner, parts.miniBackBox.left, parts.miniBackBox.top, smallBoxSize, 255, line);
     miniForeBox =
-        MakeGreyBox(owner, parts.miniForeBox.left, parts.miniForeBox.top, smallBoxSize, 0);
+        MakeGreyBox(owner, parts.miniForeBox.left, parts.miniForeBox.top, smallBoxSize, 0, line);
     swapButton.reset(new (std::nothrow) ImageButton(owner, parts.swapButton.left,
-                                                    parts.swapButton.top, instance, IDB_SWAP));
+                                                    parts.swapButton.top, instance, IDB_SWAP, dpi));
     if (!swapButton) throw ErrNoMemory;
 }
 
@@ -67,14 +70,18 @@ void ColorPairControl::Draw() {
     HDC dc = GetDC(owner);
     if (!dc) return;
     // Four one-pixel lines on rows y and y + S and columns x and x + S; the corner
-    // (x + S, y + S) is left out.
+    // (x + S, y + S) is left out. At another DPI each line is `line` pixels wide, filled
+    // black by the brush as well as the pen.
     HPEN pen = CreatePen(PS_SOLID, 1, RGB(0, 0, 0));
     HGDIOBJ oldPen = SelectObject(dc, pen);
+    HGDIOBJ oldBrush = SelectObject(dc, GetStockObject(BLACK_BRUSH));
     const int32_t s = width;
-    Rectangle(dc, x, y, x + s, y + 1);
-    Rectangle(dc, x, y + s, x + s, y + s + 1);
-    Rectangle(dc, x, y, x + 1, y + s);
-    Rectangle(dc, x + s, y, x + s + 1, y + s);
+    const int32_t t = line;
+    Rectangle(dc, x, y, x + s, y + t);
+    Rectangle(dc, x, y + s, x + s, y + s + t);
+    Rectangle(dc, x, y, x + t, y + s);
+    Rectangle(dc, x + s, y, x + s + t, y + s);
+    SelectObject(dc, oldBrush);
     SelectObject(dc, oldPen);
     DeleteObject(pen);
     ReleaseDC(owner, dc);

@@ -24,8 +24,9 @@ public:
     // A square of side `size` at x, y; builds the back box, the fore box, the small back
     // and fore boxes and the swap arrow, in that order, each shown at once. Throws
     // ErrNoMemory.
+    // Sizes are pixels at `dpi`, for which the offsets, lines and the arrow are made.
     ColorPairControl(HWND owner, HINSTANCE instance, int32_t x, int32_t y, int32_t size,
-                     int32_t boxSize, int32_t smallBoxSize);
+                     int32_t boxSize, int32_t smallBoxSize, int32_t dpi = 96);
     ColorPairControl(const ColorPairControl&) = delete;
     ColorPairControl& operator=(const ColorPairControl&) = delete;
 
@@ -59,6 +60,7 @@ public:
     RegistryKey registryKey;
     char keyPath[RegistryKey::kPathSize];
     HINSTANCE instance;
+    int32_t line = 1;  // the outline's width
 
 private:
     bool PickInto(bool fore);  // the pick for one of the large boxes

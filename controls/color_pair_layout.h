@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "controls/control.h"
+#include "controls/dpi_scale.h"
 
 namespace tessellum {
 
@@ -18,9 +19,11 @@ struct ColorPairParts {
     ControlBounds swapButton;
 };
 
-// The swap arrow's size comes from its picture.
+// The swap arrow's size comes from its picture. Sizes are pixels at the dialog's DPI;
+// the fixed offsets between the parts are scaled to it.
 ColorPairParts LayoutColorPair(int32_t x, int32_t y, int32_t size, int32_t boxSize,
-                               int32_t smallBoxSize, int32_t swapWidth, int32_t swapHeight);
+                               int32_t smallBoxSize, int32_t swapWidth, int32_t swapHeight,
+                               int32_t dpi = kBaseDpi);
 
 enum class ColorPairRegion { kReset, kSwap, kForeBox, kBackBox, kNone };
 

@@ -2,10 +2,11 @@
 
 namespace tessellum {
 
-ForeBackBox::ForeBackBox(HWND owner, int32_t x, int32_t y, int32_t size, int32_t boxSize)
+ForeBackBox::ForeBackBox(HWND owner, int32_t x, int32_t y, int32_t size, int32_t boxSize,
+                         int32_t line)
     : Control(owner, x, y, size, size) {
-    backBox = MakeGreyBox(owner, x + size - boxSize, y + size - boxSize, boxSize, 255);
-    frontBox = MakeGreyBox(owner, x, y, boxSize, 0);
+    backBox = MakeGreyBox(owner, x + size - boxSize, y + size - boxSize, boxSize, 255, line);
+    frontBox = MakeGreyBox(owner, x, y, boxSize, 0, line);
 }
 
 void ForeBackBox::Draw() {

@@ -15,8 +15,9 @@ namespace tessellum {
 class ForeBackBox : public Control {
 public:
     // A square of side `size`; the boxes of side `boxSize` lie in its opposite corners,
-    // black in front and white behind. Throws ErrNoMemory.
-    ForeBackBox(HWND owner, int32_t x, int32_t y, int32_t size, int32_t boxSize);
+    // black in front and white behind; their borders `line` pixels wide. Throws
+    // ErrNoMemory.
+    ForeBackBox(HWND owner, int32_t x, int32_t y, int32_t size, int32_t boxSize, int32_t line = 1);
 
     void Draw();  // back, then front on top of it
 

@@ -9,13 +9,29 @@
 
 namespace tessellum {
 
-GridEditor::GridEditor(HWND page, Pattern** patternHolder, int32_t x, int32_t y)
+namespace {
+
+uint32_t SideAt(int32_t dpi) {
+    return static_cast<uint32_t>(GridLayoutAt(2, dpi).side);
+}
+
+}  // namespace
+
+GridEditor::GridEditor(HWND page, Pattern** patternHolder, int32_t x, int32_t y, int32_t dpi)
     : patternHolder(patternHolder),
-      bitmap(new (std::nothrow) OffscreenBitmap(page, kGridEditorSide, kGridEditorSide, true)),
+      bitmap(new (std::nothrow) OffscreenBitmap(page, SideAt(dpi), SideAt(dpi), true)),
       x(x),
-      y(y) {
+      y(y),
+      dpi(dpi) {
     if (!bitmap) throw ErrNoMemory;
-    bitmap->PaintInsetFrame();
+    PaintPatternGridFrame(bitmap->bits, bitmap->width, bitmap->height, gridSize, dpi);
+}
+
+void GridEditor::SetPlace(int32_t left, int32_t top, int32_t newDpi) {
+    x = left;
+    y = top;
+    dpi = newDpi;
+    bitmap->Resize(SideAt(dpi), static_cast<int32_t>(SideAt(dpi)));
 }
 
 bool GridEditor::ChangeGridSize(uint8_t size) {
@@ -27,25 +43,27 @@ bool GridEditor::ChangeGridSize(uint8_t size) {
 
 void GridEditor::RedrawGrid() {
     const Pattern* cells = patternHolder ? *patternHolder : nullptr;
-    PaintPatternGrid(bitmap->bits, bitmap->width, bitmap->height, cells, gridSize);
+    // The frame follows the GridSize where the DPI's pitch leaves slack round the grid.
+    PaintPatternGridFrame(bitmap->bits, bitmap->width, bitmap->height, gridSize, dpi);
+    PaintPatternGrid(bitmap->bits, bitmap->width, bitmap->height, cells, gridSize, dpi);
     Draw();
 }
 
 void GridEditor::Draw() {
-    bitmap->Blit(x, y, 0, 0, kGridEditorSide, kGridEditorSide);
+    bitmap->Blit(x, y, 0, 0, static_cast<int32_t>(bitmap->width),
+                 static_cast<int32_t>(bitmap->height));
 }
 
 bool GridEditor::HitTest(int32_t pointX, int32_t pointY) const {
-    return InGridArea(int64_t{pointX} - x - kGridCellOrigin, int64_t{pointY} - y - kGridCellOrigin);
+    GridCell cell = {0, 0};
+    return GridCellAtPoint(int64_t{pointX} - x, int64_t{pointY} - y, GridLayoutAt(gridSize, dpi),
+                           &cell);
 }
 
 bool GridEditor::CellAt(intptr_t lParam, GridCell* cell) const {
     const MousePoint point = PointFromLParam(lParam);
-    const int64_t px = int64_t{point.x} - x - kGridCellOrigin;
-    const int64_t py = int64_t{point.y} - y - kGridCellOrigin;
-    if (!InGridArea(px, py)) return false;
-    *cell = GridCellAt(px, py, gridSize);
-    return true;
+    return GridCellAtPoint(int64_t{point.x} - x, int64_t{point.y} - y, GridLayoutAt(gridSize, dpi),
+                           cell);
 }
 
 bool GridEditor::HandleClick(intptr_t lParam) {

@@ -3,12 +3,11 @@
 #include <algorithm>
 
 #include "controls/grid_geometry.h"
+#include "controls/pixel_painters.h"
+#include "controls/ring_painter.h"
 
 namespace tessellum {
 namespace {
-
-constexpr uint32_t kFirstLine = 3;   // column and row of the first grid line
-constexpr uint32_t kLastLine = 123;  // the frame's black ring, never written here
 
 PixelWord WordOf(const Rgb8& color) {
     return MakePixelWord(color.red, color.green, color.blue);
@@ -17,28 +16,46 @@ PixelWord WordOf(const Rgb8& color) {
 }  // namespace
 
 void PaintPatternGrid(PixelWord* bits, uint32_t width, uint32_t height, const Pattern* cells,
-                      uint8_t gridSize) {
-    if (!bits || !cells || width <= kLastLine || height <= kLastLine) return;
-    const int32_t size = EffectiveGridSize(gridSize);
-    const uint32_t pitch = static_cast<uint32_t>(GridPitch(gridSize));
-    const uint32_t rowWords = kLastLine - kFirstLine;  // columns 3 to 122
+                      uint8_t gridSize, int32_t dpi) {
+    const GridLayout layout = GridLayoutAt(gridSize, dpi);
+    const uint32_t line = static_cast<uint32_t>(layout.line);
+    const uint32_t firstLine = static_cast<uint32_t>(layout.origin) - line;
+    // The frame's inner ring closes the grid after the last cell; it is never written.
+    const uint32_t lastLine = static_cast<uint32_t>(layout.origin + layout.span) - line;
+    if (!bits || !cells || width < lastLine + line || height < lastLine + line) return;
+    const int32_t size = layout.size;
+    const uint32_t pitch = static_cast<uint32_t>(layout.pitch);
+    const uint32_t rowWords = lastLine - firstLine;  // at 96 DPI columns 3 to 122
     for (int32_t r = 0; r < size; ++r) {
-        const uint32_t top = kGridCellOrigin + r * pitch;
+        const uint32_t top = static_cast<uint32_t>(layout.origin) + r * pitch;
         // Only the first pixel row of a cell row is worked out; the others copy it.
-        PixelWord* first = bits + static_cast<size_t>(top) * width + kFirstLine;
-        PixelWord* out = first;
-        *out++ = kBlackPixel;
+        PixelWord* first = bits + static_cast<size_t>(top) * width + firstLine;
+        PixelWord* out = std::fill_n(first, line, kBlackPixel);
         for (int32_t c = 0; c < size; ++c) {
-            out = std::fill_n(out, pitch - 1, WordOf(cells->Cell(r, c)));
-            if (c + 1 < size) *out++ = kBlackPixel;
+            out = std::fill_n(out, pitch - line, WordOf(cells->Cell(r, c)));
+            if (c + 1 < size) out = std::fill_n(out, line, kBlackPixel);
         }
-        for (uint32_t y = top + 1; y < top + pitch - 1; ++y) {
-            std::copy_n(first, rowWords, bits + static_cast<size_t>(y) * width + kFirstLine);
+        for (uint32_t y = top + 1; y < top + pitch - line; ++y) {
+            std::copy_n(first, rowWords, bits + static_cast<size_t>(y) * width + firstLine);
         }
         // The line under the cell row; under the last one it is the frame's ring again.
-        std::fill_n(bits + static_cast<size_t>(top + pitch - 1) * width + kFirstLine, rowWords,
-                    kBlackPixel);
+        for (uint32_t y = top + pitch - line; y < top + pitch; ++y)
+            std::fill_n(bits + static_cast<size_t>(y) * width + firstLine, rowWords, kBlackPixel);
     }
+}
+
+void PaintPatternGridFrame(PixelWord* bits, uint32_t width, uint32_t height, uint8_t gridSize,
+                           int32_t dpi) {
+    const GridLayout layout = GridLayoutAt(gridSize, dpi);
+    const uint32_t side = static_cast<uint32_t>(layout.side);
+    if (!bits || width != side || height != side) return;
+    const uint32_t framed = static_cast<uint32_t>(layout.span + 7 * layout.line);
+    // The slack round a grid that does not fill the picture takes the dialog's grey.
+    if (framed != side) FillPixels(bits, width, height, 0xC0, 0xC0, 0xC0);
+    constexpr PixelWord kRing[4] = {kBlackPixel, kWhitePixel, kWhitePixel, kBlackPixel};
+    const uint32_t offset = static_cast<uint32_t>(layout.offset);
+    PaintRings(bits, width, offset, offset, framed, framed, kRing,
+               static_cast<uint32_t>(layout.line));
 }
 
 }  // namespace tessellum

@@ -12,15 +12,18 @@ namespace tessellum {
 
 class ImageButton : public Control {
 public:
-    // Loads the picture; the button takes its size. Throws ErrNoMemory.
-    ImageButton(HWND owner, int32_t x, int32_t y, HINSTANCE instance, uint32_t id);
+    // Loads the picture as drawn for `dpi`; the button takes its size. Throws ErrNoMemory.
+    ImageButton(HWND owner, int32_t x, int32_t y, HINSTANCE instance, uint32_t id,
+                int32_t dpi = 96);
 
     void Draw();  // the whole picture at x, y
 
     std::unique_ptr<OffscreenBitmap> bitmap;
 };
 
-// A bitmap of the picture of resource `id`, built small and then resized to it.
-std::unique_ptr<OffscreenBitmap> LoadButtonPicture(HWND owner, HINSTANCE instance, uint32_t id);
+// A bitmap of the picture of resource `id` as drawn for `dpi`, built small and then
+// resized to it.
+std::unique_ptr<OffscreenBitmap> LoadButtonPicture(HWND owner, HINSTANCE instance, uint32_t id,
+                                                   int32_t dpi = 96);
 
 }  // namespace tessellum

@@ -89,12 +89,12 @@ void OffscreenBitmap::Fill(uint8_t red, uint8_t green, uint8_t blue) {
     FillPixels(bits, width, height, red, green, blue);
 }
 
-void OffscreenBitmap::PaintInsetFrame() {
-    tessellum::PaintInsetFrame(bits, width, height);
+void OffscreenBitmap::PaintInsetFrame(uint32_t line) {
+    tessellum::PaintInsetFrame(bits, width, height, line);
 }
 
-void OffscreenBitmap::FillInside(uint8_t red, uint8_t green, uint8_t blue) {
-    tessellum::FillInside(bits, width, height, red, green, blue);
+void OffscreenBitmap::FillInside(uint8_t red, uint8_t green, uint8_t blue, uint32_t line) {
+    tessellum::FillInside(bits, width, height, red, green, blue, line);
 }
 
 void OffscreenBitmap::PaintThinFrame() {

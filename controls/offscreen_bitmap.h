@@ -25,8 +25,9 @@ public:
               int32_t height);
 
     void Fill(uint8_t red, uint8_t green, uint8_t blue);
-    void PaintInsetFrame();
-    void FillInside(uint8_t red, uint8_t green, uint8_t blue);
+    // `line`: the width of each ring at the dialog's DPI.
+    void PaintInsetFrame(uint32_t line = 1);
+    void FillInside(uint8_t red, uint8_t green, uint8_t blue, uint32_t line = 1);
     void PaintThinFrame();
 
     // Takes the size of the bitmap resource and its picture. Throws ErrNoMemory.

@@ -10,16 +10,21 @@
 
 namespace tessellum {
 
-inline void DrawTilePreview(OffscreenBitmap* bitmap, const Pattern* cells, uint8_t gridSize) {
-    if (bitmap) DrawTilePreview(bitmap->bits, bitmap->width, bitmap->height, cells, gridSize);
+inline void DrawTilePreview(OffscreenBitmap* bitmap, const Pattern* cells, uint8_t gridSize,
+                            int32_t dpi = kBaseDpi) {
+    if (bitmap)
+        DrawTilePreview(bitmap->bits, bitmap->width, bitmap->height, cells, gridSize,
+                        static_cast<uint32_t>(LineWidth(dpi)));
 }
 
-inline void DrawQuadrantBox(OffscreenBitmap* bitmap, const Pattern* cells) {
-    if (bitmap) DrawQuadrantBox(bitmap->bits, bitmap->width, bitmap->height, cells);
+inline void DrawQuadrantBox(OffscreenBitmap* bitmap, const Pattern* cells, int32_t dpi = kBaseDpi) {
+    if (bitmap) DrawQuadrantBox(bitmap->bits, bitmap->width, bitmap->height, cells, dpi);
 }
 
-inline void DrawNoColorCross(OffscreenBitmap* bitmap) {
-    if (bitmap) DrawNoColorCross(bitmap->bits, bitmap->width, bitmap->height);
+inline void DrawNoColorCross(OffscreenBitmap* bitmap, int32_t dpi = kBaseDpi) {
+    if (bitmap)
+        DrawNoColorCross(bitmap->bits, bitmap->width, bitmap->height,
+                         static_cast<uint32_t>(LineWidth(dpi)));
 }
 
 }  // namespace tessellum

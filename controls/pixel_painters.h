@@ -14,14 +14,15 @@ void FillPixels(PixelWord* bits, uint32_t width, uint32_t height, uint8_t red, u
                 uint8_t blue);
 
 // The 4-pixel frame: black ring, two white rings, black ring; the inside is untouched.
-void PaintInsetFrame(PixelWord* bits, uint32_t width, uint32_t height);
+// At another DPI each ring is `line` pixels wide (LineWidth), the margin 4 * line.
+void PaintInsetFrame(PixelWord* bits, uint32_t width, uint32_t height, uint32_t line = 1);
 
-// Everything inside the 4-pixel margin of the frame. A store under 9 pixels either way
-// has no inside, so nothing is written.
+// Everything inside the frame's margin of 4 * line pixels. A store with no pixel inside
+// the margin either way (under 9 pixels at 96 DPI) has no inside: nothing is written.
 void FillInside(PixelWord* bits, uint32_t width, uint32_t height, uint8_t red, uint8_t green,
-                uint8_t blue);
+                uint8_t blue, uint32_t line = 1);
 
-// A black one-pixel border, painted over a fill.
-void PaintThinFrame(PixelWord* bits, uint32_t width, uint32_t height);
+// A black border `line` pixels wide, painted over a fill.
+void PaintThinFrame(PixelWord* bits, uint32_t width, uint32_t height, uint32_t line = 1);
 
 }  // namespace tessellum

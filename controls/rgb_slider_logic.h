@@ -12,6 +12,9 @@
 //   void EndText()
 //   void CaptureMouse(), void ReleaseMouse()     release only what the panel holds
 //   void StartRepeatTimer(), void StopRepeatTimer()
+//
+// Every size and offset is taken at the panel's DPI (SetDpi); the panel's side makes its
+// bars, pictures and font for the same DPI.
 #pragma once
 
 #include <cstdint>
@@ -40,20 +43,29 @@ public:
     static constexpr int32_t kStepDown = 4;  // left arrow
     static constexpr int32_t kStepUp = 5;    // right arrow
     static constexpr uint32_t kRepeatTimerId = 965;
-    static constexpr uint32_t kRepeatPeriod = 150;  // milliseconds
-    static constexpr int32_t kBackdropLeft = -115;  // from x
-    static constexpr int32_t kBackdropTop = -22;    // from y
+    static constexpr uint32_t kRepeatPeriod = 150;                 // milliseconds
+    static constexpr int32_t kBackdropLeft = kSliderBackdropLeft;  // from x, at 96 DPI
+    static constexpr int32_t kBackdropTop = kSliderBackdropTop;    // from y
 
-    // Stores the place only; the page repaints when it is ready.
+    // Stores the place only; the page repaints when it is ready. The backdrop's top is
+    // its own (22 pixels at 96 DPI above the first bar) until the page moves it.
     void SetPosition(int32_t left, int32_t top, int32_t spacing) {
         x = left;
         y = top;
         rowSpacing = spacing;
+        backdropTop = y + ScaleToDpi(kBackdropTop, dpi);
     }
 
+    // Where the page wants the backdrop's top edge: below what stands above the panel.
+    void SetBackdropTop(int32_t top) { backdropTop = top; }
+    int32_t BackdropTop() const { return backdropTop; }
+
     bool IsEnabled() const { return enabled != 0; }
-    int32_t BarLeft() const { return x; }  // in the owner's client area
-    int32_t FirstBarTop() const { return y; }
+    int32_t Dpi() const { return dpi; }
+    int32_t X() const { return x; }
+    int32_t Y() const { return y; }
+    int32_t RowSpacing() const { return rowSpacing; }
+    int32_t BarHeight() const { return barHeight; }
     uint8_t Red() const { return red; }
     uint8_t Green() const { return green; }
     uint8_t Blue() const { return blue; }
@@ -80,7 +92,7 @@ public:
     // The backdrop, and with `full` the rows, arrows and labels on it.
     void Repaint(bool full) {
         if (!panel().HasBackground() || !enabled) return;
-        panel().BlitBackground(x + kBackdropLeft, y + kBackdropTop);
+        panel().BlitBackground(x + ScaleToDpi(kBackdropLeft, dpi), backdropTop);
         if (!full) return;
         for (int32_t row = 0; row < kRowCount; ++row) DrawRow(row);
         DrawStatics();
@@ -92,7 +104,7 @@ public:
         if (!enabled) return false;
         const MousePoint point = PointFromLParam(lParam);
         for (int32_t row = 0; row < kRowCount; ++row) {
-            if (BoundsContain(ThumbHitBounds(x, RowTop(row), barHeight, Value(row)), point.x,
+            if (BoundsContain(ThumbHitBounds(x, RowTop(row), barHeight, Value(row), dpi), point.x,
                               point.y)) {
                 dragRow = row;
                 panel().CaptureMouse();
@@ -101,8 +113,8 @@ public:
         for (int32_t row = 0; row < kRowCount; ++row) {
             for (int32_t direction : {kStepDown, kStepUp}) {
                 const ControlBounds arrow = direction == kStepDown
-                                                ? LeftArrowBounds(x, RowTop(row))
-                                                : RightArrowBounds(x, RowTop(row));
+                                                ? LeftArrowBounds(x, RowTop(row), dpi)
+                                                : RightArrowBounds(x, RowTop(row), dpi);
                 if (!BoundsContain(arrow, point.x, point.y)) continue;
                 repeatDirection = direction;
                 repeatRow = row;
@@ -117,7 +129,7 @@ public:
     // Only the horizontal position counts while a thumb is held.
     bool HandleMouseMove(intptr_t lParam) {
         if (!enabled || dragRow == kNoRow) return false;
-        return SetChannel(dragRow, DragValue(PointFromLParam(lParam).x, x));
+        return SetChannel(dragRow, DragValue(PointFromLParam(lParam).x, x, dpi));
     }
 
     // Ends a drag or a repeat, even on a disabled panel.
@@ -133,7 +145,13 @@ public:
     bool HandleTimer() { return Step(); }
 
 protected:
-    explicit RgbSliderLogic(int32_t barHeight) : barHeight(barHeight) {}
+    explicit RgbSliderLogic(int32_t barHeight) : barHeight(barHeight), baseBarHeight(barHeight) {}
+
+    // The sizes for another DPI; the panel's side remakes its bars and pictures after.
+    void ApplyDpi(int32_t value) {
+        dpi = SaneDpi(value);
+        barHeight = ScaleToDpi(baseBarHeight, dpi);
+    }
 
     // The last step of construction, once the bars exist: the values start at 0 and the
     // panel waits disabled until the page places and enables it.
@@ -150,8 +168,9 @@ protected:
 
     void RefillBar(int32_t row) {
         const SliderBarPixels bar = panel().BarPixels(row);
-        FillSliderBar(bar.bits, bar.width, bar.height,
-                      GradientOfRow(row, red, green, blue, enabled != 0));
+        FillSliderBar(
+            bar.bits, bar.width, bar.height, GradientOfRow(row, red, green, blue, enabled != 0),
+            static_cast<uint32_t>(LineWidth(dpi)), static_cast<uint32_t>(SliderBarColumns(dpi)));
     }
 
     void DrawRow(int32_t row) {
@@ -163,30 +182,40 @@ protected:
     void DrawReadout(int32_t row, bool wipe) {
         const uint8_t value = Value(row);
         const int32_t top = RowTop(row);
-        panel().DrawPicture(ThumbLeft(x, value), top + barHeight,
+        panel().DrawPicture(ThumbLeft(x, value, dpi), top + barHeight,
                             wipe ? IDB_THUMB_WIPE : IDB_SLIDER_THUMB);
         if (wipe || !panel().BeginText()) return;
         const SliderReadout text = FormatReadout(value, kLetters[row]);
-        panel().Text(x + textColumn, top - 3, text.decimal, 5);
-        panel().Text(x + kLabelOffset, top - 3, text.label, 3);
-        panel().Text(x + textColumn + kHexOffset, top - 3, text.hex, 3);
+        const ReadoutPlace decimal = Readout(row, ReadoutColumn::kDecimal);
+        const ReadoutPlace label = Readout(row, ReadoutColumn::kLabel);
+        const ReadoutPlace hex = Readout(row, ReadoutColumn::kHex);
+        panel().Text(decimal.x, decimal.y, text.decimal, 5);
+        panel().Text(label.x, label.y, text.label, 3);
+        panel().Text(hex.x, hex.y, text.hex, 3);
         panel().EndText();
     }
 
     // The parts that never change: arrows, letters and column heads.
     void DrawStatics() {
         for (int32_t row = 0; row < kRowCount; ++row) {
-            panel().DrawPicture(x + kLeftArrowOffset, RowTop(row), IDB_ARROW_LEFT);
-            panel().DrawPicture(x + kRightArrowOffset, RowTop(row), IDB_ARROW_RIGHT);
+            panel().DrawPicture(LeftArrowLeft(x, dpi), RowTop(row), IDB_ARROW_LEFT);
+            panel().DrawPicture(RightArrowLeft(x, dpi), RowTop(row), IDB_ARROW_RIGHT);
         }
         if (!panel().BeginText()) return;
         static const char* const kLabels[kRowCount] = {"R:  ", "G:  ", "B:  "};
         for (int32_t row = 0; row < kRowCount; ++row) {
-            panel().Text(x + kLabelOffset, RowTop(row) - 3, kLabels[row], 2);
+            const ReadoutPlace label = Readout(row, ReadoutColumn::kLabel);
+            panel().Text(label.x, label.y, kLabels[row], 2);
         }
-        panel().Text(x + textColumn, y - 20, "Dec ", 3);
-        panel().Text(x + textColumn + kHexOffset, y - 20, "Hex ", 3);
+        const ReadoutPlace dec = Readout(kSliderHeadRow, ReadoutColumn::kDecimal);
+        const ReadoutPlace hex = Readout(kSliderHeadRow, ReadoutColumn::kHex);
+        panel().Text(dec.x, dec.y, "Dec ", 3);
+        panel().Text(hex.x, hex.y, "Hex ", 3);
         panel().EndText();
+    }
+
+    ReadoutPlace Readout(int32_t row, ReadoutColumn column) const {
+        return SliderReadoutPlace(x, y, rowSpacing, row, column, dpi);
     }
 
     uint8_t red = 1;  // 1, so that construction's setting to 0 is a change
@@ -199,13 +228,14 @@ protected:
     int32_t repeatRow = kNoRow;
     int32_t repeatDirection = kStepDown;
     uint8_t enabled = 1;
-    int32_t textColumn = 160;
-    int32_t barHeight;
+    int32_t textColumn = kSliderTextColumn;  // at 96 DPI
+    int32_t barHeight;                       // pixels at the panel's DPI
+    int32_t baseBarHeight;                   // at 96 DPI, as the page gave it
+    int32_t dpi = kBaseDpi;
+    int32_t backdropTop = kBackdropTop;  // in the owner's client area
 
 private:
     static constexpr char kLetters[kRowCount] = {'R', 'G', 'B'};
-    static constexpr int32_t kLabelOffset = -28;
-    static constexpr int32_t kHexOffset = 50;
 
     Panel& panel() { return static_cast<Panel&>(*this); }
 

@@ -29,6 +29,31 @@ RgbSliderPanel::RgbSliderPanel(HWND owner, int32_t barHeight)
     Start();
 }
 
+RgbSliderPanel::~RgbSliderPanel() {
+    if (font) DeleteObject(font);
+}
+
+void RgbSliderPanel::SetDpi(int32_t value) {
+    ApplyDpi(value);
+    for (auto& bar : bars) {
+        bar->Resize(static_cast<uint32_t>(SliderBarWidth(dpi)), barHeight);
+        bar->Fill(0, 0, 0);
+    }
+    for (int32_t row = 0; row < kRowCount; ++row) RefillBar(row);
+    if (font) DeleteObject(font);
+    font = nullptr;
+    if (dpi == kBaseDpi) return;
+    // The read-outs' bold face at the DPI: the size of the system font's letters (13
+    // pixels at 96 DPI) in a face that every system scales smoothly.
+    LOGFONTA face = {};
+    face.lfHeight = -ScaleToDpi(13, dpi);
+    face.lfWeight = FW_BOLD;
+    face.lfCharSet = DEFAULT_CHARSET;
+    face.lfQuality = DEFAULT_QUALITY;
+    lstrcpynA(face.lfFaceName, "Tahoma", LF_FACESIZE);
+    font = CreateFontIndirectA(&face);
+}
+
 void RgbSliderPanel::SetBackground(uint8_t red, uint8_t green, uint8_t blue, uint32_t width,
                                    uint32_t height) {
     background.reset();
@@ -60,6 +85,7 @@ bool RgbSliderPanel::BeginText() {
     if (!textDC) return false;
     backColorSet = background != nullptr;
     if (backColorSet) oldBackColor = SetBkColor(textDC, kTextBackColor);
+    oldFont = font ? SelectObject(textDC, font) : nullptr;
     return true;
 }
 
@@ -68,6 +94,8 @@ void RgbSliderPanel::Text(int32_t textX, int32_t textY, const char* text, int co
 }
 
 void RgbSliderPanel::EndText() {
+    if (oldFont) SelectObject(textDC, oldFont);
+    oldFont = nullptr;
     if (backColorSet) SetBkColor(textDC, oldBackColor);
     ReleaseDC(owner, textDC);
     textDC = nullptr;

@@ -18,8 +18,13 @@ public:
     // Builds the three bars, sets the values to 0 and leaves the panel disabled, waiting
     // for SetPosition, SetEnabled and SetBackground. Throws ErrNoMemory, keeping nothing.
     RgbSliderPanel(HWND owner, int32_t barHeight);
+    ~RgbSliderPanel();
     RgbSliderPanel(const RgbSliderPanel&) = delete;
     RgbSliderPanel& operator=(const RgbSliderPanel&) = delete;
+
+    // The bars, pictures' places and the font for that DPI; the values stay. The page
+    // places the panel and gives it a backdrop for the DPI after. Throws ErrNoMemory.
+    void SetDpi(int32_t value);
 
     // A new flat backdrop of that size and colour in place of the old one. Throws
     // ErrNoMemory, leaving no backdrop.
@@ -47,6 +52,8 @@ private:
     HDC textDC = nullptr;  // held from BeginText to EndText only
     COLORREF oldBackColor = 0;
     bool backColorSet = false;
+    HFONT font = nullptr;  // made for a DPI other than 96; there the DC's own font serves
+    HGDIOBJ oldFont = nullptr;
 };
 
 }  // namespace tessellum

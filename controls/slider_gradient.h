@@ -5,13 +5,9 @@
 #include <cstdint>
 
 #include "controls/pixel_word.h"
+#include "controls/slider_geometry.h"
 
 namespace tessellum {
-
-// A bar is 130 pixels wide: a one-pixel border around 128 columns, which show the
-// channel values 0, 2, ... 254 (255 is never shown).
-constexpr uint32_t kSliderBarWidth = 130;
-constexpr uint32_t kSliderBarColumns = 128;
 
 struct SliderGradient {
     PixelWord start;  // the word of interior column 1
@@ -22,8 +18,11 @@ struct SliderGradient {
 // kept. A disabled bar is flat white.
 SliderGradient GradientOfRow(int row, uint8_t red, uint8_t green, uint8_t blue, bool enabled);
 
-// Writes the gradient into memory rows 1 to height - 2 and columns 1 to 128 (fewer on a
-// narrower store); the border pixels keep what they hold.
-void FillSliderBar(PixelWord* bits, uint32_t width, uint32_t height, SliderGradient gradient);
+// Writes the gradient inside a border `line` pixels wide: memory rows line to height -
+// line - 1, and `columns` columns from column `line` (fewer on a narrower store), column
+// j showing step number j * 128 / columns. The border pixels keep what they hold. The
+// defaults are the 96-DPI bar: rows 1 to height - 2, columns 1 to 128, a step a column.
+void FillSliderBar(PixelWord* bits, uint32_t width, uint32_t height, SliderGradient gradient,
+                   uint32_t line = 1, uint32_t columns = kSliderBarColumns);
 
 }  // namespace tessellum

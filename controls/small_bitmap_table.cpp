@@ -1,5 +1,6 @@
 #include "controls/small_bitmap_table.h"
 
+#include "controls/dpi_scale.h"
 #include "host/dll_instance.h"
 #include "resources/resource_ids.h"
 #include "storage/error_code.h"
@@ -15,10 +16,10 @@ HDC sharedDC = nullptr;
 
 }  // namespace
 
-void LoadSmallBitmaps(HWND window) {
+void LoadSmallBitmaps(HWND window, int32_t dpi) {
     FreeSmallBitmaps();  // a second load replaces the first instead of leaking it
     for (SmallBitmap& record : table) {
-        record.bitmap = LoadBitmapA(hDllInstance, MAKEINTRESOURCEA(record.id));
+        record.bitmap = LoadBitmapA(hDllInstance, MAKEINTRESOURCEA(ArtResourceId(record.id, dpi)));
         BITMAP description = {};
         if (record.bitmap && GetObjectA(record.bitmap, sizeof description, &description)) {
             record.width = description.bmWidth;

@@ -15,12 +15,14 @@ struct SmallBitmap {
     uint32_t id;
 };
 
-// Loads the four pictures from the plug-in (one that does not load stays null, without
-// complaint) and makes the shared context. Throws ErrNoMemory.
-void LoadSmallBitmaps(HWND window);
+// Loads the four pictures from the plug-in as drawn for `dpi` (one that does not load
+// stays null, without complaint) and makes the shared context. A second call replaces
+// what the first loaded. Throws ErrNoMemory.
+void LoadSmallBitmaps(HWND window, int32_t dpi = 96);
 // Gives back the pictures and the context; harmless when nothing is loaded.
 void FreeSmallBitmaps();
-// Draws picture `id` with its top left corner at x, y. An id not in the table, or one
+// Draws picture `id` (the 96-DPI number; the table holds the picture loaded for the
+// DPI) with its top left corner at x, y. An id not in the table, or one
 // that did not load, draws nothing. Throws ErrNoMemory if the window has no context.
 void DrawSmallBitmap(HWND window, int32_t x, int32_t y, uint32_t id);
 

@@ -6,8 +6,10 @@
 namespace tessellum {
 
 SplitColorBox::SplitColorBox(HWND owner, int32_t x, int32_t y, int32_t width, int32_t height,
-                             uint8_t red, uint8_t green, uint8_t blue)
-    : Control(owner, x, y, width, height), bitmap(MakeControlPicture(owner, width, height)) {
+                             uint8_t red, uint8_t green, uint8_t blue, int32_t line)
+    : Control(owner, x, y, width, height),
+      bitmap(MakeControlPicture(owner, width, height)),
+      line(line) {
     SetColor(red, green, blue);
 }
 
@@ -16,9 +18,10 @@ void SplitColorBox::SetColor(uint8_t newRed, uint8_t newGreen, uint8_t newBlue) 
     green = newGreen;
     blue = newBlue;
     if (split) {
-        PaintSplitColor(bitmap->bits, bitmap->width, bitmap->height, red, green, blue);
+        PaintSplitColor(bitmap->bits, bitmap->width, bitmap->height, red, green, blue,
+                        static_cast<uint32_t>(line));
     } else {
-        bitmap->FillInside(red, green, blue);
+        bitmap->FillInside(red, green, blue, static_cast<uint32_t>(line));
     }
     Draw();
 }

@@ -15,8 +15,9 @@ class SplitColorBox : public Control {
 public:
     // Fills the inside with the colour and shows it; the owner paints the frame through
     // Bitmap once. Throws ErrNoMemory.
+    // `line`: the width of a one-pixel line at the dialog's DPI.
     SplitColorBox(HWND owner, int32_t x, int32_t y, int32_t width, int32_t height, uint8_t red,
-                  uint8_t green, uint8_t blue);
+                  uint8_t green, uint8_t blue, int32_t line = 1);
 
     // Split: only the upper half of the inside takes the colour; the lower half keeps
     // what it showed. Otherwise the whole inside does. Shown at once.
@@ -31,6 +32,7 @@ public:
     uint8_t green = 0;
     uint8_t blue = 0;
     uint8_t split = 0;
+    int32_t line = 1;
 };
 
 }  // namespace tessellum

@@ -19,12 +19,25 @@ uint32_t CheckedSide(uint64_t side) {
 
 }  // namespace
 
-SwatchGrid::SwatchGrid(HWND owner, int32_t x, int32_t y, uint32_t cellWidth, uint32_t cellHeight)
-    : x(x), y(y), cellWidth(cellWidth), cellHeight(cellHeight) {
-    const uint32_t width = CheckedSide(SwatchBitmapWidth(cellWidth));
-    const uint32_t height = CheckedSide(SwatchBitmapHeight(cellHeight));
+SwatchGrid::SwatchGrid(HWND owner, int32_t x, int32_t y, uint32_t cellWidth, uint32_t cellHeight,
+                       uint32_t line)
+    : x(x), y(y), cellWidth(cellWidth), cellHeight(cellHeight), line(line) {
+    const uint32_t width = CheckedSide(SwatchBitmapWidth(cellWidth, line));
+    const uint32_t height = CheckedSide(SwatchBitmapHeight(cellHeight, line));
     bitmap.reset(new (std::nothrow) OffscreenBitmap(owner, width, height, true));
     if (!bitmap) throw ErrNoMemory;
+}
+
+void SwatchGrid::SetPlace(int32_t left, int32_t top, uint32_t newCellWidth, uint32_t newCellHeight,
+                          uint32_t newLine) {
+    const uint32_t width = CheckedSide(SwatchBitmapWidth(newCellWidth, newLine));
+    const uint32_t height = CheckedSide(SwatchBitmapHeight(newCellHeight, newLine));
+    bitmap->Resize(width, static_cast<int32_t>(height));
+    x = left;
+    y = top;
+    cellWidth = newCellWidth;
+    cellHeight = newCellHeight;
+    line = newLine;
 }
 
 void SwatchGrid::SelectFirst() {
@@ -39,7 +52,7 @@ void SwatchGrid::SetPalette(const Palette* value) {
 
 void SwatchGrid::Paint() {
     PaintSwatchGrid(bitmap->bits, bitmap->width, bitmap->height, cellWidth, cellHeight, palette,
-                    selected, selectionVisible != 0);
+                    selected, selectionVisible != 0, line);
     Draw();
 }
 
@@ -50,16 +63,16 @@ void SwatchGrid::Draw() {
 
 bool SwatchGrid::IsOver(int32_t pointX, int32_t pointY) const {
     uint32_t index = 0;
-    return SwatchIndexAt(SwatchOffset(pointX, x), SwatchOffset(pointY, y), cellWidth, cellHeight,
-                         &index);
+    return SwatchIndexAt(SwatchOffset(pointX, x, line), SwatchOffset(pointY, y, line), cellWidth,
+                         cellHeight, &index, line);
 }
 
 bool SwatchGrid::HandleClick(intptr_t lParam) {
     if (!palette) return false;
     const MousePoint point = PointFromLParam(lParam);
     uint32_t index = 0;
-    if (!SwatchIndexAt(SwatchOffset(point.x, x), SwatchOffset(point.y, y), cellWidth, cellHeight,
-                       &index)) {
+    if (!SwatchIndexAt(SwatchOffset(point.x, x, line), SwatchOffset(point.y, y, line), cellWidth,
+                       cellHeight, &index, line)) {
         return false;
     }
     // An empty cell is ignored, and a click on the chosen one changes nothing.

@@ -15,14 +15,20 @@ namespace tessellum {
 
 class SwatchGrid {
 public:
-    // Builds the picture for cells of that size (pixels, without their lines). No
-    // palette, no highlight. Throws ErrNoMemory, also for cells too large to picture.
-    SwatchGrid(HWND owner, int32_t x, int32_t y, uint32_t cellWidth, uint32_t cellHeight);
+    // Builds the picture for cells of that size (pixels, without their lines) and lines
+    // `line` pixels wide. No palette, no highlight. Throws ErrNoMemory, also for cells
+    // too large to picture.
+    SwatchGrid(HWND owner, int32_t x, int32_t y, uint32_t cellWidth, uint32_t cellHeight,
+               uint32_t line = 1);
     SwatchGrid(const SwatchGrid&) = delete;
     SwatchGrid& operator=(const SwatchGrid&) = delete;
 
     // Index 0 chosen and the highlight shown from now on.
     void SelectFirst();
+    // Another place and cells (another DPI): a new picture, painted by the next Paint.
+    // Throws ErrNoMemory.
+    void SetPlace(int32_t left, int32_t top, uint32_t newCellWidth, uint32_t newCellHeight,
+                  uint32_t newLine);
     // Shows that palette (not owned; may be null); the selection stays at its index.
     void SetPalette(const Palette* value);
     // Repaints the whole picture and copies it to the owner.
@@ -44,6 +50,7 @@ public:
     uint32_t cellHeight;
     uint8_t selected = 0;
     uint8_t selectionVisible = 0;
+    uint32_t line;
 };
 
 }  // namespace tessellum

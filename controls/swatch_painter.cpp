@@ -10,14 +10,16 @@ namespace tessellum {
 namespace {
 
 void PaintCells(PixelWord* bits, uint32_t width, uint32_t cellWidth, uint32_t cellHeight,
-                const Palette& palette) {
+                const Palette& palette, uint32_t line) {
     const uint32_t count = std::min(palette.Count(), kSwatchCells);
     const uint8_t* colors = palette.Colors();
-    const uint32_t rowWords = (cellWidth + 1) * kSwatchColumns;
+    const uint32_t margin = line * kSwatchMargin;
+    // The last column's line is the frame's inner ring.
+    const uint32_t rowWords = (cellWidth + line) * kSwatchColumns;
     uint32_t k = 0;
     for (uint32_t band = 0; band < kSwatchRows; ++band) {
-        const uint32_t top = kSwatchMargin + band * (cellHeight + 1);
-        PixelWord* first = bits + static_cast<size_t>(top) * width + kSwatchMargin;
+        const uint32_t top = margin + band * (cellHeight + line);
+        PixelWord* first = bits + static_cast<size_t>(top) * width + margin;
         if (cellHeight > 0) {
             // Only the band's first row is worked out; its other cell rows copy it.
             PixelWord* out = first;
@@ -29,15 +31,15 @@ void PaintCells(PixelWord* bits, uint32_t width, uint32_t cellWidth, uint32_t ce
                     color = MakePixelWord(rgb[0], rgb[1], rgb[2]);
                 }
                 out = std::fill_n(out, cellWidth, color);
-                *out++ = kBlackPixel;
+                out = std::fill_n(out, line, kBlackPixel);
             }
             for (uint32_t y = top + 1; y < top + cellHeight; ++y) {
-                std::copy_n(first, rowWords, bits + static_cast<size_t>(y) * width + kSwatchMargin);
+                std::copy_n(first, rowWords, bits + static_cast<size_t>(y) * width + margin);
             }
         }
-        if (band + 1 < kSwatchRows) {
-            std::fill_n(bits + static_cast<size_t>(top + cellHeight) * width + kSwatchMargin,
-                        rowWords, kBlackPixel);
+        for (uint32_t y = 0; band + 1 < kSwatchRows && y < line; ++y) {
+            std::fill_n(bits + static_cast<size_t>(top + cellHeight + y) * width + margin, rowWords,
+                        kBlackPixel);
         }
     }
 }
@@ -46,20 +48,20 @@ void PaintCells(PixelWord* bits, uint32_t width, uint32_t cellWidth, uint32_t ce
 
 void PaintSwatchGrid(PixelWord* bits, uint32_t width, uint32_t height, uint32_t cellWidth,
                      uint32_t cellHeight, const Palette* palette, uint8_t selected,
-                     bool selectionVisible) {
-    if (!bits || width != SwatchBitmapWidth(cellWidth) ||
-        height != SwatchBitmapHeight(cellHeight)) {
+                     bool selectionVisible, uint32_t line) {
+    if (!bits || line == 0 || width != SwatchBitmapWidth(cellWidth, line) ||
+        height != SwatchBitmapHeight(cellHeight, line)) {
         return;
     }
     // The inset frame, black, white, white, black, round the whole picture.
     constexpr PixelWord kFrame[4] = {kBlackPixel, kWhitePixel, kWhitePixel, kBlackPixel};
     if (!palette) {
         FillPixels(bits, width, height, kNoPaletteGrey, kNoPaletteGrey, kNoPaletteGrey);
-        PaintRings(bits, width, 0, 0, width, height, kFrame);
+        PaintRings(bits, width, 0, 0, width, height, kFrame, line);
         return;
     }
-    PaintRings(bits, width, 0, 0, width, height, kFrame);
-    PaintCells(bits, width, cellWidth, cellHeight, *palette);
+    PaintRings(bits, width, 0, 0, width, height, kFrame, line);
+    PaintCells(bits, width, cellWidth, cellHeight, *palette, line);
     if (selectionVisible) {
         // Four pixels beyond the cell on every side, over the lines, the neighbours'
         // edges and, at the grid's edge, the frame; the bitmap's sizes leave room for it.
@@ -67,8 +69,8 @@ void PaintSwatchGrid(PixelWord* bits, uint32_t width, uint32_t height, uint32_t 
         const uint32_t row = selected / kSwatchColumns;
         constexpr PixelWord kRings[4] = {kSwatchHighlightRed, kWhitePixel, kWhitePixel,
                                          kSwatchHighlightRed};
-        PaintRings(bits, width, column * (cellWidth + 1), row * (cellHeight + 1), cellWidth + 8,
-                   cellHeight + 8, kRings);
+        PaintRings(bits, width, column * (cellWidth + line), row * (cellHeight + line),
+                   cellWidth + 8 * line, cellHeight + 8 * line, kRings, line);
     }
 }
 

@@ -16,8 +16,9 @@ constexpr uint8_t kNoPaletteGrey = 128;
 // other store is left alone). Without a palette: grey 128 inside the frame, no highlight.
 // With one: the frame, cell k in colour k of the palette, black past its end, and the
 // highlight of `selected` when `selectionVisible`.
+// Lines, frame rings and highlight rings are `line` pixels wide.
 void PaintSwatchGrid(PixelWord* bits, uint32_t width, uint32_t height, uint32_t cellWidth,
                      uint32_t cellHeight, const Palette* palette, uint8_t selected,
-                     bool selectionVisible);
+                     bool selectionVisible, uint32_t line = 1);
 
 }  // namespace tessellum

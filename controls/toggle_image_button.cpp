@@ -5,10 +5,10 @@
 namespace tessellum {
 
 ToggleImageButton::ToggleImageButton(HWND owner, int32_t x, int32_t y, HINSTANCE instance,
-                                     uint32_t primaryId, uint32_t secondaryId)
+                                     uint32_t primaryId, uint32_t secondaryId, int32_t dpi)
     : Control(owner, x, y, 0, 0),
-      primaryBitmap(LoadButtonPicture(owner, instance, primaryId)),
-      secondaryBitmap(LoadButtonPicture(owner, instance, secondaryId)),
+      primaryBitmap(LoadButtonPicture(owner, instance, primaryId, dpi)),
+      secondaryBitmap(LoadButtonPicture(owner, instance, secondaryId, dpi)),
       showPrimary(1) {
     width = static_cast<int32_t>(primaryBitmap->width);
     height = static_cast<int32_t>(primaryBitmap->height);

@@ -13,9 +13,10 @@ namespace tessellum {
 
 class ToggleImageButton : public Control {
 public:
-    // Loads both pictures and shows the primary one. Throws ErrNoMemory.
+    // Loads both pictures as drawn for `dpi` and shows the primary one. Throws
+    // ErrNoMemory.
     ToggleImageButton(HWND owner, int32_t x, int32_t y, HINSTANCE instance, uint32_t primaryId,
-                      uint32_t secondaryId);
+                      uint32_t secondaryId, int32_t dpi = 96);
 
     void Draw();                  // the whole picture shown, at x, y
     void SetState(bool primary);  // shows that picture, takes its size, and draws

@@ -14,9 +14,10 @@ namespace tessellum {
 
 class ToolGroup : public ToolRow<ToggleImageButton> {
 public:
-    // Builds the buttons left to right from x, selects the pencil. Throws ErrNoMemory.
+    // Builds the buttons left to right from x with their pictures for `dpi`, selects the
+    // pencil. Throws ErrNoMemory.
     ToolGroup(HWND owner, int32_t x, int32_t y, HINSTANCE instance, const uint32_t (&primaryIds)[3],
-              const uint32_t (&secondaryIds)[3]);
+              const uint32_t (&secondaryIds)[3], int32_t dpi = 96);
 };
 
 }  // namespace tessellum

@@ -1,6 +1,8 @@
 // The About selector: a small modal box with the plug-in's name and version.
 #include <windows.h>
 
+#include "controls/thread_dpi.h"
+#include "dialog/scaled_dialog.h"
 #include "host/dll_instance.h"
 #include "host/filter_globals.h"
 #include "resources/resource_ids.h"
@@ -25,7 +27,8 @@ void DoAbout(FilterGlobals& globals) {
     const auto* about = reinterpret_cast<const AboutRecord*>(globals.filterRecord);
     HWND parent = about->platformData ? static_cast<HWND>(about->platformData->hwnd) : nullptr;
     // Whether the box could be made is not looked at: About always reports 0.
-    DialogBoxParamA(hDllInstance, MAKEINTRESOURCEA(IDD_ABOUT), parent, AboutDialogProc, 0);
+    const ThreadDpiScope scale;
+    ScaledDialogBox(hDllInstance, IDD_ABOUT, parent, AboutDialogProc);
 }
 
 }  // namespace tessellum

@@ -43,12 +43,12 @@ void FilterDialog::ShowColorPickerPage() {
 void FilterDialog::DrawPickerPreview() {
     OffscreenBitmap& picker = *pickerBitmap;
     if (CurrentGridSize() != 2) {
-        DrawNoColorCross(picker.bits, picker.width, picker.height);
+        DrawNoColorCross(picker.bits, picker.width, picker.height, Line());
         OffscreenBitmap& box = splitColorBox->Bitmap();
-        DrawNoColorCross(box.bits, box.width, box.height);
+        DrawNoColorCross(box.bits, box.width, box.height, Line());
     } else {
-        DrawTilePreview(picker.bits, picker.width, picker.height, CurrentPattern(), 2);
-        DrawQuadrantBox(picker.bits, picker.width, picker.height, CurrentPattern());
+        DrawTilePreview(picker.bits, picker.width, picker.height, CurrentPattern(), 2, Line());
+        DrawQuadrantBox(picker.bits, picker.width, picker.height, CurrentPattern(), dpi);
         splitColorBox->SetColor(sliderPanel->Red(), sliderPanel->Green(), sliderPanel->Blue());
     }
     splitColorBox->Draw();

@@ -16,6 +16,7 @@
 
 #include "color/color_library.h"
 #include "color/pattern.h"
+#include "controls/dpi_scale.h"
 
 namespace tessellum {
 
@@ -125,10 +126,12 @@ inline void FormatListItemText(char* buffer, size_t size, int index, const char*
     std::snprintf(buffer, size, "&%d %s", index + 1, name);
 }
 
-// The outer width of the dialog that ends 7 pixels right of the reference control (the
-// tab control expanded, the "-->" button collapsed), frame included.
-constexpr int32_t SizedOuterWidth(int32_t referenceRight, int32_t outerWidth, int32_t clientWidth) {
-    return referenceRight + 7 + (outerWidth - clientWidth);
+// The outer width of the dialog that ends 7 pixels (at 96 DPI, scaled to `dpi`) right of
+// the reference control (the tab control expanded, the "-->" button collapsed), frame
+// included.
+constexpr int32_t SizedOuterWidth(int32_t referenceRight, int32_t outerWidth, int32_t clientWidth,
+                                  int32_t dpi = kBaseDpi) {
+    return referenceRight + ScaleToDpi(7, dpi) + (outerWidth - clientWidth);
 }
 
 }  // namespace tessellum

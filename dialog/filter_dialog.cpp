@@ -2,13 +2,19 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "color/allocate.h"
 #include "color/web_safe.h"
+#include "controls/grid_geometry.h"
 #include "controls/pattern_painters.h"
+#include "controls/slider_geometry.h"
 #include "controls/small_bitmap_table.h"
+#include "controls/swatch_layout.h"
+#include "controls/thread_dpi.h"
 #include "dialog/dialog_logic.h"
+#include "dialog/scaled_dialog.h"
 #include "host/dll_instance.h"
 #include "resources/resource_ids.h"
 #include "storage/settings.h"
@@ -16,6 +22,10 @@
 namespace tessellum {
 
 FilterDialog* activeDialog = nullptr;
+
+#ifndef WM_DPICHANGED
+#define WM_DPICHANGED 0x02E0
+#endif
 
 namespace {
 
@@ -37,6 +47,32 @@ bool Guarded(Step step) {
     } catch (ErrorCode) {
         return false;
     }
+}
+
+// A one-line label whose text the scaled face draws wider than the template allowed for
+// it grows to the right to fit, rather than lose its last word to a second line.
+BOOL CALLBACK FitLabel(HWND label, LPARAM) {
+    char kind[16] = {}, text[256] = {};
+    GetClassNameA(label, kind, sizeof kind);
+    const LONG style = GetWindowLongA(label, GWL_STYLE);
+    if (lstrcmpiA(kind, "Static") != 0 || (style & SS_TYPEMASK) != SS_LEFT ||
+        GetWindowTextA(label, text, sizeof text) == 0) {
+        return TRUE;
+    }
+    RECT place = {};
+    GetClientRect(label, &place);
+    HDC dc = GetDC(label);
+    if (!dc) return TRUE;
+    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(label, WM_GETFONT, 0, 0)));
+    SIZE extent = {};
+    GetTextExtentPoint32A(dc, text, lstrlenA(text), &extent);
+    SelectObject(dc, old);
+    ReleaseDC(label, dc);
+    // Only a label that holds one line and would break it.
+    if (extent.cx > place.right && place.bottom < 2 * extent.cy)
+        SetWindowPos(label, nullptr, 0, 0, extent.cx + 1, place.bottom,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    return TRUE;
 }
 
 }  // namespace
@@ -95,8 +131,7 @@ FilterDialog::~FilterDialog() {
 }
 
 bool FilterDialog::RunModal() {
-    return DialogBoxParamA(hDllInstance, MAKEINTRESOURCEA(IDD_MAIN), parentWindow, MainDialogProc,
-                           0) == 1;
+    return ScaledDialogBox(hDllInstance, IDD_MAIN, parentWindow, MainDialogProc) == 1;
 }
 
 void FilterDialog::AbortDialog() {
@@ -115,9 +150,89 @@ HMENU FilterDialog::FreshSubmenu(int index) {
     return GetSubMenu(copy, index);
 }
 
+static RECT PlaceIn(HWND page, int id) {
+    return OuterRect(page, GetDlgItem(page, id));
+}
+
+// Under the grid editor; where the template's rows are a little shorter than the
+// scale's pixels, not over the editor's frame.
+void FilterDialog::MakeToolGroup() {
+    const RECT tools = PlaceIn(patternFillPage, IDC_TOOL_PLACE);
+    const RECT editor = PlaceIn(patternFillPage, IDC_EDITOR_PLACE);
+    const int32_t top = std::max<int32_t>(tools.top, editor.top + GridLayoutAt(2, dpi).side);
+    const uint32_t primary[3] = {IDB_PENCIL, IDB_DROPPER, IDB_ERASER};
+    const uint32_t secondary[3] = {IDB_PENCIL_SELECTED, IDB_DROPPER_SELECTED, IDB_ERASER_SELECTED};
+    toolGroup.reset(NewOrThrow<ToolGroup>(patternFillPage, tools.left, top, hDllInstance, primary,
+                                          secondary, dpi));
+}
+
+void FilterDialog::MakeSplitColorBox() {
+    const RECT box = PlaceIn(colorPickerPage, IDC_SPLIT_BOX_PLACE);
+    const int32_t width = box.right - box.left;
+    splitColorBox.reset(NewOrThrow<SplitColorBox>(colorPickerPage, box.left, box.top, width, width,
+                                                  0, 0, 0, LineWidth(dpi)));
+    splitColorBox->Bitmap().PaintInsetFrame(Line());
+}
+
+void FilterDialog::MakeColorPair() {
+    const RECT pair = PlaceIn(patternFillPage, IDC_COLOR_PAIR_PLACE);
+    colorPair.reset(NewOrThrow<ColorPairControl>(patternFillPage, hDllInstance, pair.left, pair.top,
+                                                 Px(80), Px(40), Px(12), dpi));
+    colorPair->SetRegistryKey("Tessellum", "1.x");
+}
+
+void FilterDialog::MakeForeBackBox() {
+    // 28 pixels (at 96 DPI) left of the "Fore / Back" label, at its top.
+    const RECT label = PlaceIn(colorPickerPage, IDC_FORE_BACK_PLACE);
+    foreBackBox.reset(NewOrThrow<ForeBackBox>(colorPickerPage, label.left - Px(28), label.top,
+                                              Px(22), Px(15), LineWidth(dpi)));
+}
+
+void FilterDialog::MakePickerBitmap() {
+    const RECT picker = PlaceIn(colorPickerPage, IDC_PICKER_PLACE);
+    const uint32_t width = picker.right - picker.left;
+    pickerBitmap.reset(NewOrThrow<OffscreenBitmap>(colorPickerPage, width, width, true));
+    pickerBitmap->PaintInsetFrame(Line());
+}
+
+// The panel at its place, its backdrop from under the "Fore / Back" label down to the
+// page's foot, where the template's dialog units and the DPI's pixels do not quite agree.
+void FilterDialog::PlaceSliders() {
+    const RECT sliders = PlaceIn(colorPickerPage, IDC_SLIDER_PLACE);
+    sliderPanel->SetPosition(sliders.left + Px(kSliderPlaceLeft), sliders.top + Px(kSliderPlaceTop),
+                             Px(kSliderRowSpacing));
+    const RECT label = PlaceIn(colorPickerPage, IDC_FORE_BACK_PLACE);
+    const RECT page = PageRect();
+    const int32_t top = std::max<int32_t>(sliderPanel->BackdropTop(), label.bottom);
+    sliderPanel->SetBackdropTop(top);
+    const int32_t room = (page.bottom - page.top) - top;
+    sliderPanel->SetBackground(191, 191, 191, Px(kSliderBackdropWidth),
+                               std::max<int32_t>(1, std::min(Px(kSliderBackdropHeight), room)));
+}
+
+// At 96 DPI 5 pixels inside the tab control and 25 from its top, under the tabs. At
+// another scale the tab control's own display area, which follows its font: the tabs'
+// height in pixels is not the 96-DPI one scaled, and the page needs every row of it.
+// The dialog's swatches, 8 by 10 at 96 DPI, in the room from their place to the page's
+// edges.
+SwatchCells FilterDialog::SwatchCellsIn(const RECT& place) {
+    const RECT page = PageRect();
+    return SwatchCellsAt(8, 10, dpi, static_cast<uint32_t>(page.right - page.left - place.left),
+                         static_cast<uint32_t>(page.bottom - page.top - place.top));
+}
+
+RECT FilterDialog::PageRect() {
+    RECT tabs = {};
+    GetClientRect(Item(IDC_TABS), &tabs);
+    if (dpi == kBaseDpi) return {5, 25, tabs.right - 5, tabs.bottom - 5};
+    SendMessageA(Item(IDC_TABS), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&tabs));
+    return tabs;
+}
+
 void FilterDialog::InitDialog(HWND window) {
-    // 1. The dialog and the place of the main preview.
+    // 1. The dialog, its DPI and the place of the main preview.
     dialogWindow = window;
+    dpi = WindowDpi(window);
     HWND placeholder = Item(IDC_PREVIEW_PLACE);
     const RECT place = OuterRect(dialogWindow, placeholder);
     previewLeft = place.left;
@@ -128,8 +243,8 @@ void FilterDialog::InitDialog(HWND window) {
     if (!Guarded([&] {
             previewBitmap.reset(NewOrThrow<OffscreenBitmap>(dialogWindow, place.right - place.left,
                                                             place.bottom - place.top, true));
-            previewBitmap->PaintInsetFrame();
-            LoadSmallBitmaps(dialogWindow);
+            previewBitmap->PaintInsetFrame(Line());
+            LoadSmallBitmaps(dialogWindow, dpi);
             smallBitmapsLoaded = 1;
         }))
         return AbortDialog();
@@ -147,63 +262,37 @@ void FilterDialog::InitDialog(HWND window) {
     }
 
     // 4. The pages, children of the tab control.
-    colorPickerPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_COLOR_PICKER), tabs,
-                                         ColorPickerPageProc, 0);
-    patternFillPage = CreateDialogParamA(hDllInstance, MAKEINTRESOURCEA(IDD_PATTERN_FILL), tabs,
-                                         PatternFillPageProc, 0);
+    colorPickerPage = ScaledCreateDialog(hDllInstance, IDD_COLOR_PICKER, tabs, ColorPickerPageProc);
+    patternFillPage = ScaledCreateDialog(hDllInstance, IDD_PATTERN_FILL, tabs, PatternFillPageProc);
     if (colorPickerPage == nullptr || patternFillPage == nullptr) return AbortDialog();
+    if (dpi != kBaseDpi) {
+        EnumChildWindows(colorPickerPage, FitLabel, 0);
+        EnumChildWindows(patternFillPage, FitLabel, 0);
+    }
 
-    auto placeIn = [](HWND page, int id) { return OuterRect(page, GetDlgItem(page, id)); };
     // 5 to 11: cursors, the list file and the controls of both pages.
     if (!Guarded([&] {
             cursors.reset(NewOrThrow<CursorSet>());
-            cursors->Load();
+            cursors->Load(dpi);
         }) ||
-        !Guarded([&] { listFile.reset(NewOrThrow<ListFile>()); }) || !Guarded([&] {
-            const RECT tools = placeIn(patternFillPage, IDC_TOOL_PLACE);
-            const uint32_t primary[3] = {IDB_PENCIL, IDB_DROPPER, IDB_ERASER};
-            const uint32_t secondary[3] = {IDB_PENCIL_SELECTED, IDB_DROPPER_SELECTED,
-                                           IDB_ERASER_SELECTED};
-            toolGroup.reset(NewOrThrow<ToolGroup>(patternFillPage, tools.left, tools.top,
-                                                  hDllInstance, primary, secondary));
-        }) ||
-        !Guarded([&] {
-            const RECT box = placeIn(colorPickerPage, IDC_SPLIT_BOX_PLACE);
-            const int32_t width = box.right - box.left;
-            splitColorBox.reset(NewOrThrow<SplitColorBox>(colorPickerPage, box.left, box.top, width,
-                                                          width, 0, 0, 0));
-            splitColorBox->Bitmap().PaintInsetFrame();
-        }) ||
-        !Guarded([&] {
-            const RECT pair = placeIn(patternFillPage, IDC_COLOR_PAIR_PLACE);
-            colorPair.reset(NewOrThrow<ColorPairControl>(patternFillPage, hDllInstance, pair.left,
-                                                         pair.top, 80, 40, 12));
-            colorPair->SetRegistryKey("Tessellum", "1.x");
-        }) ||
-        !Guarded([&] {
-            const RECT label = placeIn(colorPickerPage, IDC_FORE_BACK_PLACE);
-            foreBackBox.reset(
-                NewOrThrow<ForeBackBox>(colorPickerPage, label.left - 28, label.top, 22, 15));
-        }) ||
-        !Guarded([&] {
-            const RECT picker = placeIn(colorPickerPage, IDC_PICKER_PLACE);
-            const uint32_t width = picker.right - picker.left;
-            pickerBitmap.reset(NewOrThrow<OffscreenBitmap>(colorPickerPage, width, width, true));
-            pickerBitmap->PaintInsetFrame();
-        }) ||
+        !Guarded([&] { listFile.reset(NewOrThrow<ListFile>()); }) ||
+        !Guarded([&] { MakeToolGroup(); }) || !Guarded([&] { MakeSplitColorBox(); }) ||
+        !Guarded([&] { MakeColorPair(); }) || !Guarded([&] { MakeForeBackBox(); }) ||
+        !Guarded([&] { MakePickerBitmap(); }) ||
         // 12. The sliders; only their construction runs under the handler.
-        !Guarded([&] { sliderPanel.reset(NewOrThrow<RgbSliderPanel>(colorPickerPage, 11)); }))
+        !Guarded([&] {
+            sliderPanel.reset(NewOrThrow<RgbSliderPanel>(colorPickerPage, kSliderBarHeight));
+        }))
         return AbortDialog();
-    const RECT sliders = placeIn(colorPickerPage, IDC_SLIDER_PLACE);
-    sliderPanel->SetPosition(sliders.left + 38, sliders.top + 20, 25);
+    if (dpi != kBaseDpi) sliderPanel->SetDpi(dpi);
+    PlaceSliders();
     sliderPanel->SetEnabled(true, true);
-    sliderPanel->SetBackground(191, 191, 191, 355, 100);
 
     // 13 to 16: the editor, the library, the swatches and the web-safe palette.
     if (!Guarded([&] {
-            const RECT editor = placeIn(patternFillPage, IDC_EDITOR_PLACE);
-            gridEditor.reset(
-                NewOrThrow<GridEditor>(patternFillPage, &currentPattern, editor.left, editor.top));
+            const RECT editor = PlaceIn(patternFillPage, IDC_EDITOR_PLACE);
+            gridEditor.reset(NewOrThrow<GridEditor>(patternFillPage, &currentPattern, editor.left,
+                                                    editor.top, dpi));
             gridEditor->SetForeColor(0, 0, 0);
             gridEditor->SetBackColor(255, 255, 255);
         }) ||
@@ -222,9 +311,10 @@ void FilterDialog::InitDialog(HWND window) {
             }
         }) ||
         !Guarded([&] {
-            const RECT swatches = placeIn(patternFillPage, IDC_SWATCH_PLACE);
-            swatchGrid.reset(
-                NewOrThrow<SwatchGrid>(patternFillPage, swatches.left, swatches.top, 8, 10));
+            const RECT swatches = PlaceIn(patternFillPage, IDC_SWATCH_PLACE);
+            const SwatchCells cells = SwatchCellsIn(swatches);
+            swatchGrid.reset(NewOrThrow<SwatchGrid>(patternFillPage, swatches.left, swatches.top,
+                                                    cells.width, cells.height, cells.line));
             swatchGrid->SelectFirst();
         }) ||
         !Guarded([&] { webSafePalette.reset(NewOrThrow<Palette>(256)); }) ||
@@ -256,6 +346,53 @@ void FilterDialog::InitDialog(HWND window) {
     RefreshDialog();
 }
 
+void FilterDialog::ChangeDpi(int32_t newDpi) {
+    if (!built) return;
+    dpi = SaneDpi(newDpi);
+    // Each control is made anew before the old one goes, and takes over what it showed.
+    const RECT place = OuterRect(dialogWindow, Item(IDC_PREVIEW_PLACE));
+    previewLeft = place.left;
+    previewTop = place.top;
+    previewBitmap.reset(NewOrThrow<OffscreenBitmap>(dialogWindow, place.right - place.left,
+                                                    place.bottom - place.top, true));
+    previewBitmap->PaintInsetFrame(Line());
+    LoadSmallBitmaps(dialogWindow, dpi);
+    cursors->Load(dpi);
+
+    const uint32_t tool = toolGroup->Selected();
+    MakeToolGroup();
+    toolGroup->Select(tool);
+    const uint8_t split[3] = {splitColorBox->red, splitColorBox->green, splitColorBox->blue};
+    MakeSplitColorBox();
+    splitColorBox->SetColor(split[0], split[1], split[2]);
+    uint8_t fore[3], back[3];
+    colorPair->GetFore(fore[0], fore[1], fore[2]);
+    colorPair->GetBack(back[0], back[1], back[2]);
+    MakeColorPair();
+    colorPair->SetFore(fore[0], fore[1], fore[2]);
+    colorPair->SetBack(back[0], back[1], back[2]);
+    const uint8_t frontActive = foreBackBox->frontActive;
+    foreBackBox->GetFront(fore[0], fore[1], fore[2]);
+    foreBackBox->GetBack(back[0], back[1], back[2]);
+    MakeForeBackBox();
+    foreBackBox->SetFront(fore[0], fore[1], fore[2]);
+    foreBackBox->SetBack(back[0], back[1], back[2]);
+    foreBackBox->frontActive = frontActive;
+    MakePickerBitmap();
+
+    sliderPanel->SetDpi(dpi);
+    PlaceSliders();
+    const RECT editor = PlaceIn(patternFillPage, IDC_EDITOR_PLACE);
+    gridEditor->SetPlace(editor.left, editor.top, dpi);
+    const RECT swatches = PlaceIn(patternFillPage, IDC_SWATCH_PLACE);
+    const SwatchCells cells = SwatchCellsIn(swatches);
+    swatchGrid->SetPlace(swatches.left, swatches.top, cells.width, cells.height, cells.line);
+
+    // Erased and painted anew, at the width the sizing asks for at this DPI.
+    InvalidateRect(dialogWindow, nullptr, TRUE);
+    ApplySizing();
+}
+
 Pattern* FilterDialog::CurrentPattern() {
     ResolveCurrentPattern();
     return currentPattern;
@@ -278,7 +415,7 @@ void FilterDialog::RefreshDialog() {
 void FilterDialog::DrawMainPreview() {
     const Pattern* pattern = CurrentPattern();
     DrawTilePreview(previewBitmap->bits, previewBitmap->width, previewBitmap->height, pattern,
-                    workGridSize);
+                    workGridSize, Line());
     previewBitmap->Blit(previewLeft, previewTop, 0, 0, previewBitmap->width, previewBitmap->height);
 }
 
@@ -298,8 +435,9 @@ void FilterDialog::ApplySizing() {
     GetWindowRect(dialogWindow, &outer);
     GetClientRect(dialogWindow, &client);
     HWND reference = Item(sizing ? IDC_TABS : IDC_SIZING);
-    const int32_t width = SizedOuterWidth(ControlRight(dialogWindow, reference),
-                                          outer.right - outer.left, client.right - client.left);
+    const int32_t width =
+        SizedOuterWidth(ControlRight(dialogWindow, reference), outer.right - outer.left,
+                        client.right - client.left, dpi);
     SetWindowPos(dialogWindow, nullptr, 0, 0, width, outer.bottom - outer.top,
                  SWP_NOMOVE | SWP_NOZORDER);
     RefreshDialog();
@@ -326,10 +464,10 @@ void FilterDialog::ShowPaletteMenu() {
 }
 
 void FilterDialog::ShowPage(HWND show, HWND hide) {
-    RECT tabs = {};
-    GetClientRect(Item(IDC_TABS), &tabs);
+    const RECT page = PageRect();
     ShowWindow(hide, SW_HIDE);
-    SetWindowPos(show, nullptr, 5, 25, tabs.right - 10, tabs.bottom - 30, SWP_NOZORDER);
+    SetWindowPos(show, nullptr, page.left, page.top, page.right - page.left, page.bottom - page.top,
+                 SWP_NOZORDER);
 }
 
 namespace {
@@ -364,6 +502,18 @@ INT_PTR MainDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG: dialog.InitDialog(window); return 0;
         case WM_PAINT: dialog.RefreshDialog(); return 0;
+        // Another display's scale: the window takes the rectangle offered, then every
+        // self-drawn control the new DPI. (Per-monitor v2 moves and scales the template's
+        // own controls before this arrives.)
+        case WM_DPICHANGED: {
+            const RECT* offered = reinterpret_cast<const RECT*>(lParam);
+            if (offered)
+                SetWindowPos(window, nullptr, offered->left, offered->top,
+                             offered->right - offered->left, offered->bottom - offered->top,
+                             SWP_NOZORDER | SWP_NOACTIVATE);
+            dialog.ChangeDpi(HIWORD(wParam));
+            return 0;
+        }
         // Delete in the colour list box deletes the colour; every other key keeps its
         // usual effect there.
         case WM_VKEYTOITEM:

@@ -15,12 +15,14 @@
 #include "color/pattern.h"
 #include "controls/color_pair_control.h"
 #include "controls/cursor_set.h"
+#include "controls/dpi_scale.h"
 #include "controls/fore_back_box.h"
 #include "controls/grid_editor.h"
 #include "controls/offscreen_bitmap.h"
 #include "controls/rgb_slider_panel.h"
 #include "controls/split_color_box.h"
 #include "controls/swatch_grid.h"
+#include "controls/swatch_layout.h"
 #include "controls/tool_group.h"
 #include "storage/library_file.h"
 #include "storage/list_file.h"
@@ -51,6 +53,10 @@ public:
 
     // Dialog construction, run and sizing.
     void InitDialog(HWND window);
+    // The dialog moved to a display of another scale: every self-drawn control takes its
+    // sizes, pictures and font for `newDpi` from where the placeholders now stand.
+    void ChangeDpi(int32_t newDpi);
+    int32_t Dpi() const { return dpi; }
     void AbortDialog();
     void RefreshDialog();
     void DrawMainPreview();
@@ -133,6 +139,17 @@ private:
     bool Confirm(const char* text, const char* caption);
     ColorList* ListInForce() const;
     HWND Item(int id) const { return GetDlgItem(dialogWindow, id); }
+    int32_t Px(int32_t value) const { return ScaleToDpi(value, dpi); }  // 96-DPI pixels, scaled
+    uint32_t Line() const { return static_cast<uint32_t>(LineWidth(dpi)); }
+    // The controls whose size is the DPI's, placed from the placeholders as they stand.
+    void MakeToolGroup();
+    void MakeSplitColorBox();
+    void MakeColorPair();
+    void MakeForeBackBox();
+    void MakePickerBitmap();
+    void PlaceSliders();
+    RECT PageRect();  // where a page stands in the tab control
+    SwatchCells SwatchCellsIn(const RECT& place);
 
     HWND parentWindow = nullptr;
     HWND dialogWindow = nullptr;
@@ -178,6 +195,7 @@ private:
     // in use comes from it any more, and all at teardown.
     HMENU menuCopies[3] = {};  // the copies behind listMenu, paletteMenu, gridMenu
     bool built = false;        // every object of the start exists; painting may begin
+    int32_t dpi = kBaseDpi;    // of the dialog's window
 };
 
 // The one dialog alive; the dialog procedures find it through this.

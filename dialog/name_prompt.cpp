@@ -1,5 +1,6 @@
 #include "dialog/name_prompt.h"
 
+#include "dialog/scaled_dialog.h"
 #include "resources/resource_ids.h"
 
 namespace tessellum {
@@ -43,8 +44,7 @@ bool PromptForName(HWND owner, HINSTANCE instance, char* buffer, int32_t size, c
                    const char* caption) {
     NamePrompt record = {buffer, size, prompt, caption};
     activePrompt = &record;
-    const INT_PTR result =
-        DialogBoxParamA(instance, MAKEINTRESOURCEA(IDD_NAME_PROMPT), owner, NamePromptProc, 0);
+    const INT_PTR result = ScaledDialogBox(instance, IDD_NAME_PROMPT, owner, NamePromptProc);
     activePrompt = nullptr;
     return result == IDOK;
 }

@@ -20,7 +20,7 @@ struct FieldState {
     HWND page = nullptr;
     HWND focusBefore = nullptr;  // given the focus back when the field closes
     WNDPROC editProc = nullptr;
-    int32_t row = kNoReadout;  // 0 to 2, or kColumnHeadRow for the whole colour
+    int32_t row = kNoReadout;  // 0 to 2, or kSliderHeadRow for the whole colour
     ReadoutColumn column = ReadoutColumn::kDecimal;
     bool closing = false;  // the field takes its own focus away as it closes
 };
@@ -34,16 +34,7 @@ bool Hex() {
 }
 
 bool Typable(const char* text) {
-    return field.row == kColumnHeadRow ? ColorTextTypable(text) : ChannelTextTypable(text, Hex());
-}
-
-// The pixels of the page's read-outs are those at 96 DPI scaled to the page's DPI.
-int32_t PageDpi(HWND page) {
-    HDC dc = GetDC(page);
-    if (dc == nullptr) return 96;
-    const int32_t dpi = GetDeviceCaps(dc, LOGPIXELSY);
-    ReleaseDC(page, dc);
-    return dpi > 0 ? dpi : 96;
+    return field.row == kSliderHeadRow ? ColorTextTypable(text) : ChannelTextTypable(text, Hex());
 }
 
 // Sets the colour as the Fore / Back boxes do; the tile and previews follow only when a
@@ -68,7 +59,7 @@ void SetChannel(int32_t row, uint8_t value) {
 bool ApplyField() {
     char text[kTextBuffer] = {};
     GetWindowTextA(field.edit, text, sizeof text);
-    if (field.row == kColumnHeadRow) {
+    if (field.row == kSliderHeadRow) {
         Rgb8 color = {};
         if (!ParseColorText(text, &color)) return false;
         SetColor(color);
@@ -161,7 +152,7 @@ LRESULT FieldMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
                     return 0;
                 }
                 DestroyField();
-                if (wParam == VK_TAB && row != kColumnHeadRow)
+                if (wParam == VK_TAB && row != kSliderHeadRow)
                     OpenField(page, NextReadoutRow(row, GetKeyState(VK_SHIFT) < 0), column);
                 return 0;
             }
@@ -228,9 +219,9 @@ void OpenField(HWND page, int32_t row, ReadoutColumn column) {
     RgbSliderPanel& sliders = *activeDialog->Sliders();
     if (!sliders.IsEnabled() || field.edit != nullptr) return;
     const ControlBounds box =
-        ReadoutBounds(sliders.BarLeft(), sliders.FirstBarTop(), row, column, PageDpi(page));
+        ReadoutBounds(sliders.X(), sliders.Y(), sliders.RowSpacing(), row, column, sliders.Dpi());
     char text[kTextBuffer] = {};
-    if (row == kColumnHeadRow) {
+    if (row == kSliderHeadRow) {
         FormatColorText({sliders.Red(), sliders.Green(), sliders.Blue()}, text);
     } else {
         const uint8_t value = row == 0   ? sliders.Red()
@@ -246,7 +237,7 @@ void OpenField(HWND page, int32_t row, ReadoutColumn column) {
         return;
     }
     SendMessageA(edit, WM_SETFONT, SendMessageA(page, WM_GETFONT, 0, 0), FALSE);
-    const int limit = row == kColumnHeadRow ? kLongestText : column == ReadoutColumn::kHex ? 2 : 3;
+    const int limit = row == kSliderHeadRow ? kLongestText : column == ReadoutColumn::kHex ? 2 : 3;
     SendMessageA(edit, EM_LIMITTEXT, limit, 0);
     field.edit = edit;
     field.page = page;
@@ -310,7 +301,7 @@ bool OpenValueFieldAt(HWND page, int32_t x, int32_t y) {
     RgbSliderPanel& sliders = *activeDialog->Sliders();
     if (!sliders.IsEnabled()) return false;
     const ReadoutHit hit =
-        FindReadout(sliders.BarLeft(), sliders.FirstBarTop(), x, y, PageDpi(page));
+        FindReadout(sliders.X(), sliders.Y(), sliders.RowSpacing(), x, y, sliders.Dpi());
     if (hit.row == kNoReadout) return false;
     OpenField(page, hit.row, hit.column);
     return true;

@@ -16,14 +16,17 @@ done
 source "$root/scripts/wine-env.sh"
 [ -d "$WINEPREFIX" ] || wine_prefix_fresh
 wine_prefix_fonts  # also into a prefix made before the fonts were installed
+# The dialog runs in a prefix at 192 DPI (200%), where it measures itself at that scale
+# and at 96 DPI in the same run.
+[ -d "$WINEPREFIX-192" ] || wine_prefix_scaled 192
 for arch in x64 x86; do
   echo "== host_run_bench ($arch)"
   if [ "$(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>/dev/null)" = 1 ]; then
     wine_exec "$arch" "$root/build/$arch/bench/host_run_bench.exe"
     echo "== dialog_bench ($arch)"
     xvfb-run -a -s "-screen 0 1280x1024x24" bash -c \
-      'root=$1; source "$root/scripts/wine-env.sh"; wine_display_fresh
-       wine_exec "$2" "$1/build/$2/bench/dialog_bench.exe"' \
+      'root=$1; source "$root/scripts/wine-env.sh"; export WINEPREFIX="$WINEPREFIX-192"
+       wine_display_fresh; wine_exec "$2" "$1/build/$2/bench/dialog_bench.exe"' \
       _ "$root" "$arch" 2>&1 | grep -v '^X connection'
   else
     echo "skipped: $(wine_probe "$arch" "$root/build/$arch/tessellum-host.exe" 2>&1 >/dev/null)"

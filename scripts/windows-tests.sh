@@ -8,6 +8,9 @@ logs=$1
 source "$root/scripts/wine-env.sh"
 
 wine_prefix_fresh
+# The dialog's scenarios at 120, 144 and 192 DPI (125%, 150%, 200%) run in prefixes of
+# their own, copies of this one.
+wine_prefix_scaled 120 144 192
 wine_server -p 2>/dev/null  # one server for the whole run: each test starts faster
 # Its desktop starts here, on this screen, with its output away from ctest's: a desktop
 # that a test started would hold that test's output open to its time limit.

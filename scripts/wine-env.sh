@@ -90,7 +90,7 @@ wine_prefix_fonts() {
 # its server is gone when it returns, so a program with a window may follow at once.
 wine_prefix_fresh() {
   wine_server -k 2>/dev/null || true
-  rm -rf "$WINEPREFIX"
+  rm -rf "$WINEPREFIX" "$WINEPREFIX"-[0-9]*  # and its copies at other scales
   wine_exec x64 wineboot.exe -i >/dev/null 2>&1 || true
   # No window manager runs on the virtual screen: Wine draws captions and frames itself.
   local value
@@ -115,6 +115,26 @@ wine_prefix_no_debugger() {
     wine_exec x64 reg.exe add "$key\Microsoft\Windows NT\CurrentVersion\AeDebug" \
       /v Debugger /d '' /f >/dev/null 2>&1 ||
       echo "wine-env: could not turn off the debugger of crashed programs ($key)" >&2
+  done
+}
+
+# wine_prefix_scaled DPI...: for each DPI a copy of the prefix, $WINEPREFIX-DPI, whose
+# display has that many dots per inch (HKCU\Control Panel\Desktop LogPixels, read when
+# its server starts). The files are hard links, cheap to make, but for the registry,
+# which Wine rewrites; the programs the tests run write nothing else of the prefix's.
+wine_prefix_scaled() {
+  local dpi target reg
+  for dpi in "$@"; do
+    target="$WINEPREFIX-$dpi"
+    rm -rf "$target"
+    cp -al "$WINEPREFIX" "$target" || return 1
+    for reg in system.reg user.reg userdef.reg; do
+      rm -f "$target/$reg"
+      cp -p "$WINEPREFIX/$reg" "$target/$reg"
+    done
+    WINEPREFIX="$target" wine_exec x64 reg.exe add 'HKCU\Control Panel\Desktop' /v LogPixels \
+      /t REG_DWORD /d "$dpi" /f >/dev/null 2>&1 || return 1
+    WINEPREFIX="$target" wine_server -w 2>/dev/null || true
   done
 }
 

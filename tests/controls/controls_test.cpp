@@ -13,6 +13,7 @@
 #include "controls/color_box_painters.h"
 #include "controls/color_pair_layout.h"
 #include "controls/color_text.h"
+#include "controls/dpi_scale.h"
 #include "controls/grid_geometry.h"
 #include "controls/grid_painter.h"
 #include "controls/pattern_painters.h"
@@ -430,12 +431,12 @@ TEST(ColorText, TheFiveFormsOfAColourAndWhatTypingMayLeadTo) {
 TEST(ReadoutBounds, OverTheTextsAtEveryScaleAndHitAtTheirEdges) {
     using C = ReadoutColumn;
     const auto box = [](int32_t row, C column, int32_t dpi) {
-        const ControlBounds b = ReadoutBounds(100, 50, row, column, dpi);
+        const ControlBounds b = ReadoutBounds(100, 50, ScaleToDpi(25, dpi), row, column, dpi);
         return std::vector<int32_t>{b.left, b.top, b.right, b.bottom};
     };
     Panel panel;  // bars at x 100, y 50
     panel.Repaint(true);
-    for (int32_t row = kColumnHeadRow; row < 3; ++row) {
+    for (int32_t row = kSliderHeadRow; row < 3; ++row) {
         for (C column : {C::kDecimal, C::kHex}) {
             const std::vector<int32_t> b = box(row, column, 96);
             const std::string at = " " + std::to_string(b[0] + 3) + "," + std::to_string(b[1] + 2);
@@ -443,10 +444,11 @@ TEST(ReadoutBounds, OverTheTextsAtEveryScaleAndHitAtTheirEdges) {
         }
     }
     EXPECT_EQ(box(0, C::kDecimal, 96), (std::vector<int32_t>{257, 45, 287, 62}));
-    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 96), (std::vector<int32_t>{307, 28, 379, 45}));
-    // 150%: 157 x 1.5 = 235.5 and -5 x 1.5 = -7.5 round away from zero, as MulDiv does.
-    EXPECT_EQ(box(1, C::kDecimal, 144), (std::vector<int32_t>{336, 80, 381, 106}));
-    EXPECT_EQ(box(kColumnHeadRow, C::kHex, 144), (std::vector<int32_t>{411, 17, 519, 42}));
+    EXPECT_EQ(box(kSliderHeadRow, C::kHex, 96), (std::vector<int32_t>{307, 28, 379, 45}));
+    // 150%: each offset scaled on its own, halves away from zero as MulDiv rounds: the
+    // text 160 x 1.5 = 240 right of the bar, the box 3 x 1.5 = 4.5, so 5, left of it.
+    EXPECT_EQ(box(1, C::kDecimal, 144), (std::vector<int32_t>{335, 80, 381, 106}));
+    EXPECT_EQ(box(kSliderHeadRow, C::kHex, 144), (std::vector<int32_t>{410, 17, 519, 43}));
     EXPECT_EQ(box(2, C::kHex, 192), (std::vector<int32_t>{514, 140, 562, 174}));
     const struct {
         int32_t x, y, row;
@@ -457,22 +459,141 @@ TEST(ReadoutBounds, OverTheTextsAtEveryScaleAndHitAtTheirEdges) {
                   {256, 50, kNoReadout, C::kDecimal},
                   {307, 70, 1, C::kHex},
                   {330, 111, 2, C::kHex},
-                  {320, 44, kColumnHeadRow, C::kHex},
-                  {378, 28, kColumnHeadRow, C::kHex},
+                  {320, 44, kSliderHeadRow, C::kHex},
+                  {378, 28, kSliderHeadRow, C::kHex},
                   {270, 30, kNoReadout, C::kDecimal},
                   {300, 80, kNoReadout, C::kDecimal}};
     for (const auto& p : points) {
-        const ReadoutHit hit = FindReadout(100, 50, p.x, p.y, 96);
+        const ReadoutHit hit = FindReadout(100, 50, 25, p.x, p.y, 96);
         EXPECT_EQ(hit.row, p.row) << p.x << "," << p.y;
         if (hit.row != kNoReadout) {
             EXPECT_EQ(hit.column, p.column) << p.x << "," << p.y;
         }
     }
-    EXPECT_EQ(FindReadout(100, 50, 336, 80, 144).row, 1);
+    EXPECT_EQ(FindReadout(100, 50, 38, 336, 80, 144).row, 1);
     EXPECT_EQ(NextReadoutRow(0, false), 1);
     EXPECT_EQ(NextReadoutRow(2, false), 0);
     EXPECT_EQ(NextReadoutRow(0, true), 2);
     EXPECT_EQ(NextReadoutRow(2, true), 1);
+}
+
+// Every 96-DPI size at the common display scales, by hand: lines stay whole pixels, the
+// cells of the grid and the swatches stay uniform, and a place where a thing is drawn
+// still hits it, as at 96 DPI.
+TEST(DisplayScale, SizesAtEachDpiAndClicksWhereThingsAreDrawn) {
+    struct Row {
+        int32_t dpi, line, bar, barHeight, box, gridSide, pitch8, cellW, cellH, swatchW;
+    };
+    const Row rows[] = {
+        {96, 1, 130, 11, 39, 127, 15, 8, 10, 295},   {120, 1, 163, 14, 49, 157, 18, 10, 12, 359},
+        {144, 2, 195, 17, 58, 194, 22, 11, 14, 430}, {168, 2, 228, 19, 68, 224, 26, 13, 17, 494},
+        {192, 2, 260, 22, 78, 254, 30, 16, 20, 590}, {288, 3, 390, 33, 117, 381, 45, 24, 30, 885}};
+    EXPECT_EQ(ScaleToDpi(-115, 144), -173) << "halves away from zero, as MulDiv";
+    for (const Row& r : rows) {
+        SCOPED_TRACE(r.dpi);
+        const int32_t dpi = r.dpi;
+        const QuadrantBoxGeometry box = QuadrantBoxAt(dpi);
+        const SwatchCells cells = SwatchCellsAt(8, 10, dpi);
+        EXPECT_EQ(std::vector<int64_t>(
+                      {LineWidth(dpi), SliderBarWidth(dpi), ScaleToDpi(kSliderBarHeight, dpi),
+                       box.side, GridLayoutAt(2, dpi).side, GridLayoutAt(8, dpi).pitch, cells.width,
+                       cells.height, int64_t(SwatchBitmapWidth(cells.width, cells.line))}),
+                  std::vector<int64_t>({r.line, r.bar, r.barHeight, r.box, r.gridSide, r.pitch8,
+                                        r.cellW, r.cellH, r.swatchW}));
+        EXPECT_EQ(box.side, 9 * box.line + 2 * box.quadrant) << "two equal quadrants";
+        EXPECT_EQ(UnscaleFromDpi(ScaleToDpi(64, dpi), dpi), 64);
+
+        // A drag to the place of 64 at 96 DPI gives 128; the thumb's middle column stands
+        // over the column that shows its value; the arrows are hit where they are drawn.
+        const int32_t barX = 100;
+        EXPECT_EQ(DragValue(barX + ScaleToDpi(64, dpi), barX, dpi), 128);
+        EXPECT_EQ(DragValue(barX + SliderBarWidth(dpi), barX, dpi), 255);
+        for (int value : {0, 1, 128, 254, 255}) {
+            const int32_t apex = ThumbLeft(barX, uint8_t(value), dpi) + SliderThumbWidth(dpi) / 2;
+            const int32_t column = apex - barX - LineWidth(dpi);  // inside the border
+            EXPECT_EQ(2 * (column * 128 / SliderBarColumns(dpi)), value & ~1) << value;
+            EXPECT_LT(column - 1, SliderBarColumns(dpi));
+        }
+        const ControlBounds right = RightArrowBounds(barX, 50, dpi);
+        EXPECT_EQ(right.bottom - right.top, ArtSize(11, dpi));
+        EXPECT_GE(right.left, barX + SliderBarWidth(dpi)) << "after the bar";
+
+        // Every cell of every GridSize as wide as the others, the grid in its picture, and
+        // cell (r, c) hit at its middle and on the line after it.
+        for (uint8_t size : {2, 3, 4, 5, 6, 8}) {
+            const GridLayout grid = GridLayoutAt(size, dpi);
+            EXPECT_EQ(grid.span, size * grid.pitch);
+            EXPECT_LE(grid.origin + grid.span + 3 * grid.line, grid.side);
+            for (int k = 0; k < size; ++k) {
+                GridCell cell = {-1, -1}, onLine = {-1, -1};
+                const int64_t middle = grid.origin + k * grid.pitch + grid.pitch / 2;
+                const int64_t line = grid.origin + (k + 1) * grid.pitch - 1;
+                ASSERT_TRUE(GridCellAtPoint(middle, line, grid, &cell) &&
+                            GridCellAtPoint(line, middle, grid, &onLine));
+                EXPECT_EQ(cell.row * 10 + cell.column, k * 10 + k);
+                EXPECT_EQ(onLine.row * 10 + onLine.column, k * 10 + k);
+            }
+            GridCell none;
+            EXPECT_FALSE(GridCellAtPoint(grid.origin - 1, grid.origin, grid, &none));
+            EXPECT_FALSE(GridCellAtPoint(grid.origin, grid.origin + grid.span, grid, &none));
+        }
+        // Swatch n at the middle of where it is drawn.
+        for (uint32_t n : {0u, 5u, 37u, 255u}) {
+            const int32_t x = 10 + int32_t(cells.line * 4 + (n % 32) * (cells.width + cells.line) +
+                                           cells.width / 2);
+            const int32_t y =
+                150 +
+                int32_t(cells.line * 4 + (n / 32) * (cells.height + cells.line) + cells.height / 2);
+            uint32_t index = 999;
+            EXPECT_TRUE(SwatchIndexAt(SwatchOffset(x, 10, cells.line),
+                                      SwatchOffset(y, 150, cells.line), cells.width, cells.height,
+                                      &index, cells.line));
+            EXPECT_EQ(index, n);
+        }
+    }
+    // Swatches in a room narrower than their scaled grid: the largest pitch that fits,
+    // still one for all; at 96 DPI the dialog's room gives the dialog's cells.
+    const SwatchCells narrow = SwatchCellsAt(8, 10, 120, 340, 110);
+    EXPECT_EQ(std::vector<uint32_t>({narrow.width, narrow.height}), std::vector<uint32_t>({9, 11}));
+    EXPECT_LE(SwatchBitmapWidth(narrow.width, 1), 340u);
+    EXPECT_EQ(
+        SwatchCellsAt(8, 10, 96, 299, 97).width * 100 + SwatchCellsAt(8, 10, 96, 299, 97).height,
+        810u);
+    // The pictures: a step per 25% up to 300%, the one below for a DPI between.
+    EXPECT_EQ(ArtResourceId(330, 96) + ArtResourceId(330, 130) + ArtResourceId(330, 400),
+              330u + 1330 + 8330);
+    EXPECT_EQ(ArtSize(6, 130), ScaleToDpi(6, 120));
+}
+
+// The scaled grid, swatches and quadrant box at 144 DPI: lines two pixels wide, the slack
+// round an 8x8 grid grey, the frame's rings two pixels each.
+TEST(DisplayScale, PaintersDrawTwoPixelLinesAt144) {
+    const Pattern cells = Cells();
+    const GridLayout grid = GridLayoutAt(8, 144);  // pitch 22, slack 4: frame at 2
+    Store picture(194, 194);
+    PaintPatternGridFrame(picture.bits(), 194, 194, 8, 144);
+    PaintPatternGrid(picture.bits(), 194, 194, &cells, 8, 144);
+    EXPECT_EQ(grid.offset, 2);
+    // Grey slack, the frame's rings of 2 from column 2, cell 0 from 10 to 29, its line 30
+    // and 31, cell 1 from 32.
+    const std::vector<uint32_t> at = {1, 2, 3, 4, 5, 8, 9, 10, 11, 29, 30, 31, 32, 33};
+    EXPECT_EQ(picture.Picture(at, {1, 2, 9, 10, 11}),
+              "!!!!!!!!!!!!!!\n!#############\n!##--#########\n!##--##000##11\n!##--##000##11\n");
+    const Palette palette = Swatches(40);
+    const SwatchCells swatch = SwatchCellsAt(8, 10, 144);  // 11 by 14, lines of 2
+    Store swatches(430, 142);
+    PaintSwatchGrid(swatches.bits(), 430, 142, swatch.width, swatch.height, &palette, 1, true,
+                    swatch.line);
+    // Cell 0 from 8 to 18, its line 19 and 20, cell 1 from 21; the highlight of 1 from
+    // column 13 down to row 29, rings of 2; row 29 is in cell 32.
+    EXPECT_EQ(swatches.Picture({0, 2, 7, 8, 12, 13, 18, 19, 21, 30}, {8, 29}),
+              "#-#00*-*11\n#-#PP*****\n");
+    Store box(200, 200);
+    // At 105, side 58: rings of 2, quadrants of 20 from 113 and 135, the cross at 133.
+    DrawQuadrantBox(box.bits(), 200, 200, &cells, 144);
+    EXPECT_EQ(box.Picture({104, 105, 106, 107, 112, 113, 132, 133, 135, 162, 163},
+                          {105, 107, 113, 133, 135}),
+              ".#########.\n.##------#.\n.##-#00+1#.\n.##-#++++#.\n.##-#88+9#.\n");
 }
 
 using namespace art;
@@ -565,6 +686,32 @@ TEST(PluginArt, EveryPictureHasItsSizeDepthColoursAndHotSpot) {
         }
         const int drawn = black - 2 * (image.width + image.height - 2);  // the frame's
         EXPECT_TRUE(drawn > 40 && drawn < (image.width - 2) * (image.height - 2) / 3) << drawn;
+    }
+}
+
+// The pictures for the larger scales: each side scaled as the controls scale sizes, each
+// pixel the 100% picture's nearest pixel (no blend, only its own colours: at 200% each
+// pixel a 2 by 2 block); a pointer's hot spot on the first pixel drawn from its own.
+TEST(PluginArt, EveryScaleOfEveryPictureIsTheNearestPixelsOfThe100PercentOne) {
+    for (const ArtFile& e : kArtFiles) {
+        const ArtImage base = Load(e.file);
+        const std::string name(e.file), stem = name.substr(0, name.rfind('.'));
+        for (int dpi : {120, 144, 192, 288}) {
+            SCOPED_TRACE(name + " at " + std::to_string(dpi));
+            const ArtImage image =
+                Load(stem + "@" + std::to_string(dpi) + name.substr(stem.size()));
+            ASSERT_EQ(
+                std::vector<int>({image.width, image.height, image.bitCount}),
+                std::vector<int>({ArtSize(e.width, dpi), ArtSize(e.height, dpi), base.bitCount}));
+            for (int y = 0; y < image.height; ++y)
+                for (int x = 0; x < image.width; ++x)
+                    ASSERT_EQ(image.At(x, y),
+                              base.At(x * base.width / image.width, y * base.height / image.height))
+                        << x << "," << y;
+            if (e.hotX < 0) continue;
+            EXPECT_EQ(image.hotX, (e.hotX * image.width + base.width - 1) / base.width);
+            EXPECT_EQ(image.At(image.hotX, image.hotY), kArtBlack);
+        }
     }
 }
 

@@ -16,7 +16,11 @@
 #include <vector>
 
 #include "color/allocate.h"
+#include "color/web_safe.h"
+#include "controls/grid_geometry.h"
+#include "controls/pattern_painters.h"
 #include "controls/slider_geometry.h"
+#include "controls/swatch_layout.h"
 #include "host/dll_instance.h"
 #include "storage/library_file.h"
 #include "tests/dialog/dialog_driver.h"
@@ -235,13 +239,11 @@ HWND Field(const DialogDriver& d) {
     return edit;
 }
 // A read-out's box relative to the slider place (as the driver clicks), or with `inPage`
-// in the page's pixels (as the field stands); the bars start 38 and 20 into the place.
+// in the page's pixels (as the field stands). At 96 DPI, as this scenario runs.
 ControlBounds Readout(const DialogDriver& d, int row, ReadoutColumn column, bool inPage = false) {
-    HDC dc = GetDC(d.picker);
-    const int dpi = GetDeviceCaps(dc, LOGPIXELSY);
-    ReleaseDC(d.picker, dc);
     const RECT place = inPage ? d.Place(kSliders) : RECT{};
-    return ReadoutBounds(place.left + 38, place.top + 20, row, column, dpi);
+    return ReadoutBounds(place.left + kSliderPlaceLeft, place.top + kSliderPlaceTop,
+                         kSliderRowSpacing, row, column, kBaseDpi);
 }
 void ClickReadout(const DialogDriver& d, int row, ReadoutColumn column) {
     const ControlBounds box = Readout(d, row, column);
@@ -350,10 +352,10 @@ TEST_F(DialogTest, ValuesTypedOverTheReadoutsAndPastedColoursWorkAsTheSliders) {
         EXPECT_EQ(Middle(d, kShownColor), 0x3380B3u) << "the mean of the tile Black now holds";
         Paste(d, "#GG0000");
         EXPECT_EQ(Middle(d, kShownColor), 0x3380B3u);
-        ClickReadout(d, kColumnHeadRow, C::kHex);
+        ClickReadout(d, kSliderHeadRow, C::kHex);
         HWND field = Field(d);
         ASSERT_NE(field, nullptr) << "a click on the Hex head opens the whole colour's field";
-        EXPECT_TRUE(Over(d, field, kColumnHeadRow, C::kHex));
+        EXPECT_TRUE(Over(d, field, kSliderHeadRow, C::kHex));
         EXPECT_EQ(WindowText(field), "#3380B3");
         Keys("rgb(51, 102, 153)");
         Until("the colour typed", [&] { return WindowText(field) == "rgb(51, 102, 153)"; });
@@ -365,7 +367,7 @@ TEST_F(DialogTest, ValuesTypedOverTheReadoutsAndPastedColoursWorkAsTheSliders) {
         d.SelectRow(1);  // Odd3: the Convert state
         EXPECT_TRUE(d.Visible(kConvert));
         ClickReadout(d, 0, C::kHex);
-        ClickReadout(d, kColumnHeadRow, C::kHex);
+        ClickReadout(d, kSliderHeadRow, C::kHex);
         EXPECT_EQ(Field(d), nullptr) << "no field in the Convert state";
         Paste(d, "#3C78B4");
         EXPECT_TRUE(d.Visible(kConvert));
@@ -709,6 +711,215 @@ TEST_F(DialogTest, ListFilesAndColorTablesThroughTheFileDialogs) {
                     ReadWholeFile(sunset).data(), 768);
     EXPECT_EQ(CompareLibraries(expected, *Saved()), "");
     for (const std::string& name : names) std::remove(("C:\\" + name).c_str());
+}
+
+// The dialog at the display's scale: the DPI of the prefix the run has (TESSELLUM_DPI: 120,
+// 144, 192; 96 in the main run). The host's thread is unaware; the plug-in's dialog runs
+// per-monitor aware at that DPI and gives the context back. Every self-drawn control
+// stands in its page clear of the template's controls, has its sizes for the DPI on the
+// screen, and answers a press where it is drawn as at 96 DPI: a thumb dragged to the
+// middle of its bar, a step arrow, a swatch and a grid cell, read back through Fill.
+// At 96 DPI the dialog is also told of a move to 192 and back.
+class DisplayScaleTest : public DialogTest {
+protected:
+    // How many pixels from (x, y) of the control's place, across or down, are like the
+    // first; or, given `stop`, how many come before a pixel of that colour.
+    static int Stretch(const DialogDriver& d, int control, int x, int y, bool across,
+                       uint32_t stop = ~0u) {
+        const RECT place = d.Place(control);
+        POINT at = {place.left + x, place.top + y};
+        ClientToScreen(d.Page(control), &at);
+        // Up to the screen's edge: beyond it a copy reads black.
+        const int room =
+            across ? GetSystemMetrics(SM_CXSCREEN) - at.x : GetSystemMetrics(SM_CYSCREEN) - at.y;
+        HDC screen = GetDC(nullptr);
+        const std::vector<uint32_t> pixels = CapturePixels(
+            screen, at.x, at.y, across ? std::min(room, 600) : 1, across ? 1 : std::min(room, 600));
+        ReleaseDC(nullptr, screen);
+        int n = 0;
+        while (n < int(pixels.size()) && (stop == ~0u ? pixels[n] == pixels[0] : pixels[n] != stop))
+            ++n;
+        return n;
+    }
+    // The page's visible template controls that a rectangle of its client area meets,
+    // and whether it leaves the page.
+    static std::string Clashes(HWND page, const RECT& rect, const char* what) {
+        std::string found;
+        RECT client = {}, overlap = {};
+        GetClientRect(page, &client);
+        if (rect.left < 0 || rect.top < 0 || rect.right > client.right ||
+            rect.bottom > client.bottom)
+            found += std::string(what) + " leaves its page; ";
+        for (HWND child = GetWindow(page, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            RECT place = {};
+            GetWindowRect(child, &place);
+            MapWindowPoints(nullptr, page, reinterpret_cast<POINT*>(&place), 2);
+            if (IsWindowVisible(child) && IntersectRect(&overlap, &place, &rect))
+                found += std::string(what) + " meets \"" + WindowText(child) + "\"; ";
+        }
+        return found;
+    }
+};
+
+TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
+    const char* wanted = std::getenv("TESSELLUM_DPI");
+    const int expected = wanted ? std::atoi(wanted) : 96;
+    const DPI_AWARENESS_CONTEXT host = SetThreadDpiAwarenessContext(DPI_AWARENESS_CONTEXT_UNAWARE);
+    ASSERT_NE(host, nullptr);
+    uint8_t table[768];
+    FillWebSafeTable(table);
+    const uint32_t swatch = 212;  // web-safe colour 212: row 6, far along it
+    const uint32_t drawn =
+        (table[3 * swatch] << 16) | (table[3 * swatch + 1] << 8) | table[3 * swatch + 2];
+    Run([&](DialogDriver& d) {
+        const int dpi = int(GetDpiForWindow(d.dialog));
+        EXPECT_EQ(dpi, expected) << "the dialog runs at the display's DPI";
+        // Per-monitor v2 where the system takes it (Windows), else per-monitor (Wine).
+        const DPI_AWARENESS_CONTEXT window = GetWindowDpiAwarenessContext(d.dialog);
+        EXPECT_TRUE(
+            AreDpiAwarenessContextsEqual(window, DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2) ||
+            AreDpiAwarenessContextsEqual(window, DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE));
+        const auto px = [&](int value) { return ScaleToDpi(value, dpi); };
+        const std::string shot = "dpi" + std::to_string(dpi) + "_";
+        const int line = LineWidth(dpi);
+
+        // The Color Picker: the sliders' backdrop (left of the page, clipped), the pair.
+        const RECT sliders = d.Place(kSliders), label = d.Place(kForeBack);
+        const int barX = px(38), top = px(20);  // from the sliders' place
+        // The backdrop starts under the "Fore / Back" label and ends at the page's foot,
+        // within 4 pixels (at 96 DPI) of its own height: dialog units and pixels do not
+        // quite agree at every scale.
+        RECT page = {};
+        GetClientRect(d.picker, &page);
+        const int backdropTop = std::max<int>(sliders.top + top + px(-22), label.bottom);
+        const int backdropHeight = std::min<int>(px(100), page.bottom - backdropTop);
+        EXPECT_NEAR(backdropHeight, px(100), px(4));
+        const int backdropEnd = barX + px(-115) + px(355);  // from the sliders' place
+        const RECT backdrop = {std::max(0, int(sliders.left) + barX + px(-115)), backdropTop,
+                               sliders.left + backdropEnd, backdropTop + backdropHeight};
+        const RECT pair = {label.left - px(28), label.top, label.left - px(6), label.top + px(22)};
+        EXPECT_EQ(Clashes(d.picker, backdrop, "the sliders") + Clashes(d.picker, pair, "Fore/Back"),
+                  "");
+        constexpr uint32_t kBackdrop = 0xBFBFBF;
+        EXPECT_EQ(Stretch(d, kSliders, barX, top + px(5), true, kBackdrop), SliderBarWidth(dpi));
+        EXPECT_EQ(Stretch(d, kSliders, barX + px(65), top, false, kBackdrop), px(11)) << "bar";
+        const int backdropRow = backdropTop - sliders.top;  // from the sliders' place
+        EXPECT_EQ(Stretch(d, kSliders, barX + px(100), backdropRow, true),
+                  backdropEnd - barX - px(100));
+        EXPECT_EQ(Stretch(d, kSliders, backdropEnd - 1, backdropRow, false), backdropHeight)
+            << "backdrop";
+
+        // Red's thumb from 0 to the middle of the bar; one step of green's right arrow.
+        const int thumb = ThumbLeft(barX, 0, dpi) + SliderThumbWidth(dpi) / 2;
+        d.Mouse(kSliders, WM_LBUTTONDOWN, thumb, top + px(11) + SliderThumbHeight(dpi) / 2);
+        d.Mouse(kSliders, WM_MOUSEMOVE, barX + px(64), top, true);
+        d.Mouse(kSliders, WM_LBUTTONUP, barX + px(64), top);
+        const ControlBounds arrow = RightArrowBounds(barX, top + px(25), dpi);
+        d.Click(kSliders, (arrow.left + arrow.right) / 2, (arrow.top + arrow.bottom) / 2);
+        // The magnified 2x2 tile of (128, 1, 0): two colours, black lines on white.
+        const QuadrantBoxGeometry box = QuadrantBoxAt(dpi);
+        EXPECT_EQ(Stretch(d, kPickerTile, box.corner, box.corner, true), int(box.side)) << "box";
+        EXPECT_EQ(Stretch(d, kPickerTile, box.corner + 4 * line, box.corner + 4 * line, true),
+                  int(box.quadrant));
+
+        d.Screenshot(shot + "color_picker");
+        d.Press(kSizing);
+        d.Screenshot(shot + "collapsed");
+        d.Press(kSizing);
+        d.Command(kNewList, true);
+        d.AnswerPrompt("Create new color list", "", false, (shot + "name_prompt").c_str());
+
+        // The Pattern Fill page: tools, the colour pair, the grid, the swatches.
+        d.ChooseTab(1);
+        RECT room = {};  // from the swatches' place to the page's edges
+        GetClientRect(d.pattern, &room);
+        const SwatchCells cells = SwatchCellsAt(8, 10, dpi, room.right - d.Place(kSwatches).left,
+                                                room.bottom - d.Place(kSwatches).top);
+        EXPECT_GE(cells.width + cells.line + 1, (9 * dpi) / 96) << "a pixel less at most";
+        const GridLayout grid = GridLayoutAt(2, dpi);
+        const RECT tools = d.Place(kTools), colors = d.Place(kPair), editor = d.Place(kEditor),
+                   field = d.Place(kSwatches);
+        // The tools stand under the grid, which may reach past its place.
+        const int toolsTop = std::max<int>(tools.top, editor.top + grid.side);
+        const RECT drawnAt[] = {
+            {tools.left, toolsTop, tools.left + 3 * ArtSize(26, dpi), toolsTop + ArtSize(22, dpi)},
+            {colors.left, colors.top, colors.left + px(80) + line, colors.top + px(80) + line},
+            {editor.left, editor.top, editor.left + grid.side, editor.top + grid.side},
+            {field.left, field.top, field.left + int(SwatchBitmapWidth(cells.width, cells.line)),
+             field.top + int(SwatchBitmapHeight(cells.height, cells.line))}};
+        const char* names[] = {"the tools", "the colour pair", "the grid", "the swatches"};
+        for (int i = 1; i < 4; ++i) {  // and none over another
+            RECT overlap = {};
+            EXPECT_FALSE(IntersectRect(&overlap, &drawnAt[0], &drawnAt[i])) << names[i];
+        }
+        for (int i = 0; i < 4; ++i) EXPECT_EQ(Clashes(d.pattern, drawnAt[i], names[i]), "");
+        EXPECT_EQ(Stretch(d, kTools, 0, toolsTop - tools.top, false), ArtSize(22, dpi))
+            << "the tools' pictures";
+        const int swatchX = 4 * line + (swatch % 32) * (cells.width + line) + cells.width / 2;
+        const int swatchY = 4 * line + (swatch / 32) * (cells.height + line) + cells.height / 2;
+        EXPECT_EQ(Stretch(d, kSwatches, 4 * line + 3 * (cells.width + line), swatchY, true),
+                  int(cells.width))
+            << "a swatch";
+        d.Click(kSwatches, swatchX, swatchY);
+        d.Click(kEditor, grid.origin + grid.pitch / 2, grid.origin + grid.pitch * 3 / 2);
+        // 8x8: the pencil paints the last row, outside the 2x2 tile, cell by cell where
+        // each is drawn; every cell is as wide as the others.
+        d.Command(kPattern + 40011);
+        const GridLayout eight = GridLayoutAt(8, dpi);
+        const int lastRow = eight.origin + 7 * eight.pitch;
+        for (int k = 0; k < 8; ++k)
+            d.Click(kEditor, eight.origin + k * eight.pitch + eight.pitch / 2,
+                    lastRow + eight.pitch / 2);
+        for (int k = 0; k < 8; ++k)
+            EXPECT_EQ(Stretch(d, kEditor, eight.origin + k * eight.pitch, lastRow + 1, true),
+                      eight.pitch - line)
+                << "cell " << k;
+        d.Screenshot(shot + "pattern_fill");
+        d.Command(kPattern + 40005);  // back to 2x2
+
+        if (dpi == kBaseDpi) {  // the dialog moves to a display at 200%, and back
+            RECT outer = {};
+            GetWindowRect(d.dialog, &outer);
+            for (const int moved : {192, 96}) {
+                RECT offered = {outer.left, outer.top,
+                                outer.left + (outer.right - outer.left) * moved / 96,
+                                outer.top + (outer.bottom - outer.top) * moved / 96};
+                SendMessageA(d.dialog, WM_DPICHANGED, MAKEWPARAM(moved, moved),
+                             reinterpret_cast<LPARAM>(&offered));
+                d.Settle();
+                RECT now = {};
+                GetWindowRect(d.dialog, &now);
+                EXPECT_EQ(now.bottom - now.top, offered.bottom - offered.top) << moved;
+                const GridLayout at = GridLayoutAt(2, moved);
+                EXPECT_EQ(Stretch(d, kEditor, at.origin, at.origin + 1, true),
+                          at.pitch - LineWidth(moved))
+                    << moved;
+                // Cell (0, 1) where it is drawn at that DPI takes the pencil's colour.
+                d.Click(kEditor, at.origin + at.pitch * 3 / 2, at.origin + at.pitch / 2);
+                d.ChooseTab(0);
+                // The template stays as it was under Wine, so a bar at 192 runs past the
+                // page; its height shows the new size.
+                EXPECT_EQ(Stretch(d, kSliders, ScaleToDpi(38 + 64, moved), ScaleToDpi(20, moved),
+                                  false, 0xBFBFBF),
+                          ScaleToDpi(11, moved))
+                    << moved;
+                d.ChooseTab(1);
+            }
+        }
+        d.Press(IDOK);
+    });
+    EXPECT_TRUE(
+        AreDpiAwarenessContextsEqual(GetThreadDpiAwarenessContext(), DPI_AWARENESS_CONTEXT_UNAWARE))
+        << "the host's context is back";
+    SetThreadDpiAwarenessContext(host);
+    Pattern tile = {};
+    ColorToTile(table, tile, 128, 1, 0);
+    ASSERT_EQ(block.size(), 198u);
+    EXPECT_EQ(block[4], 2);
+    const uint32_t picked = expected == kBaseDpi ? drawn : Rgb(tile.Cell(0, 1));
+    EXPECT_EQ(
+        std::vector<uint32_t>({BlockCell(0, 0), BlockCell(0, 1), BlockCell(1, 0), BlockCell(1, 1)}),
+        std::vector<uint32_t>({Rgb(tile.Cell(0, 0)), picked, drawn, Rgb(tile.Cell(1, 1))}));
 }
 
 // Every C++ allocation of one run of the dialog made to fail in turn: a failure while the

@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "controls/dpi_scale.h"
+
 namespace tessellum::art {
 namespace {
 
@@ -92,6 +94,24 @@ bool ParseArtText(const std::string& text, ArtPicture& picture, std::string& err
         }
     }
     return true;
+}
+
+ArtPicture ScaledArt(const ArtPicture& picture, int dpi) {
+    ArtPicture scaled = picture;
+    scaled.width = ScaleToDpi(picture.width, dpi);
+    scaled.height = ScaleToDpi(picture.height, dpi);
+    scaled.pixels.assign(static_cast<size_t>(scaled.width) * scaled.height, ArtPixel::Background);
+    for (int y = 0; y < scaled.height; ++y) {
+        for (int x = 0; x < scaled.width; ++x) {
+            scaled.pixels[static_cast<size_t>(y) * scaled.width + x] =
+                picture.At(x * picture.width / scaled.width, y * picture.height / scaled.height);
+        }
+    }
+    // Pixel d comes from d * width / scaled width: the first that comes from h is the
+    // rounded-up h * scaled width / width.
+    scaled.hotX = (picture.hotX * scaled.width + picture.width - 1) / picture.width;
+    scaled.hotY = (picture.hotY * scaled.height + picture.height - 1) / picture.height;
+    return scaled;
 }
 
 ArtPicture SelectedForm(const ArtPicture& picture) {

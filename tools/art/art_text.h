@@ -39,4 +39,11 @@ bool ParseArtText(const std::string& text, ArtPicture& picture, std::string& err
 // black, so it merges into the black field. The picture must have a black frame.
 ArtPicture SelectedForm(const ArtPicture& picture);
 
+// The picture for a display of `dpi` (96 is the picture itself): each side scaled as the
+// controls scale their pixel sizes (controls/dpi_scale.h), each pixel of the result the
+// nearest one of the picture, never a mix, so the lines stay sharp; at 192 and 288 DPI
+// every pixel becomes a square of 2 or 3. A cursor's hot spot moves to the first pixel
+// drawn from the pixel it was on.
+ArtPicture ScaledArt(const ArtPicture& picture, int dpi);
+
 }  // namespace tessellum::art

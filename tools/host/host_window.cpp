@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "controls/dpi_scale.h"
 #include "tools/host/image_fit.h"
 
 namespace tessellum::host {
@@ -12,7 +13,27 @@ namespace {
 
 constexpr char kEmptyClass[] = "TessellumHostWindow";
 constexpr char kImageClass[] = "TessellumHostImage";
-constexpr int kLeastWidth = 640, kLeastHeight = 480;  // a small image is shown larger
+constexpr int kLeastWidth = 640, kLeastHeight = 480;  // at 96 DPI: a small image is shown larger
+
+#ifndef WM_DPICHANGED
+#define WM_DPICHANGED 0x02E0
+#endif
+
+template <typename Function>
+Function User32Function(const char* name) {
+    HMODULE user32 = GetModuleHandleA("user32.dll");
+    return user32
+               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(user32, name)))
+               : nullptr;
+}
+
+// The display's DPI as this process sees it.
+int DisplayDpi() {
+    HDC screen = GetDC(nullptr);
+    const int dpi = screen ? GetDeviceCaps(screen, LOGPIXELSY) : kBaseDpi;
+    if (screen) ReleaseDC(nullptr, screen);
+    return SaneDpi(dpi);
+}
 
 // What the window shows: the image as 32-bit BGRX rows, top row first, ready for GDI.
 struct Picture {
@@ -85,6 +106,13 @@ LRESULT CALLBACK ImageWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
             break;
         }
         case WM_ERASEBKGND: return 1;  // the paint covers every pixel
+        case WM_DPICHANGED: {  // another monitor's scale: the size it offers, the view refits
+            const auto* offered = reinterpret_cast<const RECT*>(lParam);
+            SetWindowPos(window, nullptr, offered->left, offered->top,
+                         offered->right - offered->left, offered->bottom - offered->top,
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+            return 0;
+        }
         case WM_PAINT:
             if (!picture) break;
             Paint(window, *picture);
@@ -112,6 +140,15 @@ void RegisterWindowClass(const char* name, WNDPROC procedure, UINT style) {
 
 }  // namespace
 
+void MakeProcessDpiAware() {
+    using SetContext = BOOL(WINAPI*)(void*);
+    if (const SetContext set = User32Function<SetContext>("SetProcessDpiAwarenessContext")) {
+        for (intptr_t context : {-4, -3, -2})  // per-monitor v2, per-monitor, system
+            if (set(reinterpret_cast<void*>(context))) return;
+    }
+    SetProcessDPIAware();
+}
+
 HWND MakeHostWindow(const std::string& title) {
     RegisterWindowClass(kEmptyClass, DefWindowProcA, 0);
     return CreateWindowExA(0, kEmptyClass, title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
@@ -123,7 +160,11 @@ HWND MakeHostWindow(const std::string& title, const Image& image, const std::opt
     auto* picture = new Picture;
     CopyImage(image, *picture);
     picture->area = area;
-    // The image at its own size where the screen has room, a small one larger.
+    // The image at its own size, at the display's scale, where the screen has room; a
+    // small one larger.
+    const int dpi = DisplayDpi();
+    const int imageWidth = ScaleToDpi(image.width, dpi),
+              imageHeight = ScaleToDpi(image.height, dpi);
     const DWORD style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
     RECT work = {0, 0, 1024, 768}, frame = {0, 0, 0, 0};
     SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
@@ -131,8 +172,9 @@ HWND MakeHostWindow(const std::string& title, const Image& image, const std::opt
     const int roomWidth = (work.right - work.left) - (frame.right - frame.left);
     const int roomHeight = (work.bottom - work.top) - (frame.bottom - frame.top);
     const ScreenBox client =
-        FitImage(image.width, image.height, std::min(roomWidth, std::max(image.width, kLeastWidth)),
-                 std::min(roomHeight, std::max(image.height, kLeastHeight)));
+        FitImage(image.width, image.height,
+                 std::min(roomWidth, std::max(imageWidth, ScaleToDpi(kLeastWidth, dpi))),
+                 std::min(roomHeight, std::max(imageHeight, ScaleToDpi(kLeastHeight, dpi))));
     const int width = std::max(client.width, 1) + (frame.right - frame.left);
     const int height = std::max(client.height, 1) + (frame.bottom - frame.top);
     HWND window = CreateWindowExA(0, kImageClass, title.c_str(), style,

@@ -12,13 +12,20 @@
 
 namespace tessellum::host {
 
+// As a current paint program starts: aware of each monitor's own scale (per-monitor v2
+// where the system has it, else per-monitor, else system aware), so the plug-in's
+// dialogs come up at the display's DPI. The first call of our host's program.
+void MakeProcessDpiAware();
+
 // Registers the common controls (the tab control among them) in this process, as every
 // paint program has, then shows an empty window with that title. Null if it cannot be
 // made.
 HWND MakeHostWindow(const std::string& title);
 
 // The same, showing a copy of `image` scaled to fit, with `area` (the filter rectangle)
-// outlined when it is given; centred on the screen, where the dialogs come up.
+// outlined when it is given; centred on the screen, where the dialogs come up. Its size
+// and the image's view follow the display's scale, and a move to a monitor of another
+// scale.
 HWND MakeHostWindow(const std::string& title, const Image& image, const std::optional<Rect>& area);
 
 // Shows `image` instead of the picture the window holds (the result of the run).

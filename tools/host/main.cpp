@@ -286,6 +286,7 @@ int Run(const Arguments& a) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    MakeProcessDpiAware();
     try {
         return Run(Parse(argc, argv));
     } catch (const UsageError& e) {
