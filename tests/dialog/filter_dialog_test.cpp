@@ -823,6 +823,23 @@ TEST_F(DisplayScaleTest, EachControlHasTheScalesSizesAndAnswersWhereItIsDrawn) {
                   int(box.quadrant));
 
         d.Screenshot(shot + "color_picker");
+        // A value typed at this scale: the field stands over blue's hex read-out, in the
+        // page's font; Escape takes it away.
+        const ControlBounds hex = ReadoutBounds(barX, top, px(25), 2, ReadoutColumn::kHex, dpi);
+        d.Click(kSliders, (hex.left + hex.right) / 2, (hex.top + hex.bottom) / 2);
+        HWND typed = Field(d);
+        ASSERT_NE(typed, nullptr);
+        RECT fieldAt = {};
+        GetWindowRect(typed, &fieldAt);
+        MapWindowPoints(nullptr, d.picker, reinterpret_cast<POINT*>(&fieldAt), 2);
+        const ControlBounds expectedAt = {hex.left + sliders.left, hex.top + sliders.top,
+                                          hex.right + sliders.left, hex.bottom + sliders.top};
+        EXPECT_TRUE(std::memcmp(&fieldAt, &expectedAt, sizeof fieldAt) == 0) << "field's place";
+        EXPECT_EQ(Send(typed, WM_GETFONT), Send(d.picker, WM_GETFONT));
+        d.Screenshot(shot + "value_field");
+        Keys("", VK_ESCAPE);
+        d.Settle();
+        EXPECT_EQ(Field(d), nullptr);
         d.Press(kSizing);
         d.Screenshot(shot + "collapsed");
         d.Press(kSizing);
