@@ -1,6 +1,7 @@
 #include "controls/thread_dpi.h"
 
 #include "controls/dpi_scale.h"
+#include "controls/user32_function.h"
 
 namespace tessellum {
 namespace {
@@ -14,14 +15,6 @@ using GetDpi = UINT(WINAPI*)(HWND);
 void* const kWanted[] = {reinterpret_cast<void*>(intptr_t{-4}),
                          reinterpret_cast<void*>(intptr_t{-3}),
                          reinterpret_cast<void*>(intptr_t{-2})};
-
-template <typename Function>
-Function User32Function(const char* name) {
-    HMODULE user32 = GetModuleHandleA("user32.dll");
-    return user32
-               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(user32, name)))
-               : nullptr;
-}
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "controls/dpi_scale.h"
+#include "controls/user32_function.h"
 #include "tools/host/image_fit.h"
 
 namespace tessellum::host {
@@ -18,14 +19,6 @@ constexpr int kLeastWidth = 640, kLeastHeight = 480;  // at 96 DPI: a small imag
 #ifndef WM_DPICHANGED
 #define WM_DPICHANGED 0x02E0
 #endif
-
-template <typename Function>
-Function User32Function(const char* name) {
-    HMODULE user32 = GetModuleHandleA("user32.dll");
-    return user32
-               ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(user32, name)))
-               : nullptr;
-}
 
 // The display's DPI as this process sees it.
 int DisplayDpi() {
