@@ -62,6 +62,7 @@ struct Measure {
     double pickerPreviewSeconds = 0;
     bool measureSteps = false;
     bool done = false;
+    int dpi = 0;  // the DPI the dialog ran at
 };
 Measure* current = nullptr;
 WNDPROC hostProcedure = nullptr;
@@ -121,6 +122,7 @@ Measure OpenOnce(HWND host, bool measureSteps) {
     std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(host));
     m.dialog = dialog.get();
     dialog->RunModal();
+    m.dpi = dialog->Dpi();
     dialog.reset();  // the teardown saves the library: not part of the opening
     current = nullptr;
     return m;
@@ -145,17 +147,8 @@ AtScale MeasureIn(HWND host, DPI_AWARENESS_CONTEXT context) {
     AtScale figures;
     OpenOnce(host, false);  // the pictures and fonts of this scale loaded once
     figures.openSeconds = BestOpening(host);
-    Measure steps;
-    steps.measureSteps = true;
-    current = &steps;
-    steps.start = Clock::now();
-    {
-        std::unique_ptr<FilterDialog> dialog(NewOrThrow<FilterDialog>(host));
-        steps.dialog = dialog.get();
-        dialog->RunModal();
-        figures.dpi = dialog->Dpi();
-    }
-    current = nullptr;
+    const Measure steps = OpenOnce(host, true);
+    figures.dpi = steps.dpi;
     figures.stepSeconds = steps.stepSeconds;
     if (before) SetThreadDpiAwarenessContext(before);
     return figures;
